@@ -1,0 +1,28 @@
+# Installs the library, its public headers, the language packs, and what find_package(Support) and
+# pkg-config read. platform/ is private and stays behind.
+include(CMakePackageConfigHelpers)
+
+set(SUPPORT_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/Support)
+
+install(TARGETS Support EXPORT SupportTargets
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+  RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
+  ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(EXPORT SupportTargets NAMESPACE Support:: DESTINATION ${SUPPORT_CMAKE_DIR})
+
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/Support DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
+  FILES_MATCHING PATTERN "*.h" PATTERN "platform" EXCLUDE)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/packs DESTINATION ${CMAKE_INSTALL_DATADIR}/vemra
+  FILES_MATCHING PATTERN "*.pack")
+
+configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/SupportConfig.cmake.in
+  ${CMAKE_CURRENT_BINARY_DIR}/SupportConfig.cmake INSTALL_DESTINATION ${SUPPORT_CMAKE_DIR})
+write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/SupportConfigVersion.cmake
+  COMPATIBILITY SameMinorVersion)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/SupportConfig.cmake
+  ${CMAKE_CURRENT_BINARY_DIR}/SupportConfigVersion.cmake DESTINATION ${SUPPORT_CMAKE_DIR})
+
+configure_file(${PROJECT_SOURCE_DIR}/cmake/support.pc.in ${CMAKE_CURRENT_BINARY_DIR}/support.pc
+  @ONLY)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/support.pc
+  DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
