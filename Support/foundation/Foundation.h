@@ -1,0 +1,18 @@
+#pragma once
+
+// All of the foundation: utilities, profile files, settings, the registry store and checksums.
+
+#include "Support/foundation/BinaryRecords.h"
+#include "Support/foundation/DateTime.h"
+#include "Support/foundation/Dates.h"
+#include "Support/foundation/Errors.h"
+#include "Support/foundation/File.h"
+#include "Support/foundation/FolderPicker.h"
+#include "Support/foundation/HostPath.h"
+#include "Support/foundation/INIException.h"
+#include "Support/foundation/Paths.h"
+#include "Support/foundation/Position.h"
+#include "Support/foundation/ProfileReader.h"
+#include "Support/foundation/ProfileWriter.h"
+#include "Support/foundation/Strings.h"
+#include "Support/foundation/Wildcard.h"
