@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "Support/Export.h"
+
+namespace vemra {
+
+// The sentence or paragraph breaks of a section: for each end the number, within the section, of
+// the first word after it. Ascending; a number stands as often as ends fall before its word.
+class SUPPORT_API BreakList {
+ public:
+  void Add(unsigned word) { entries_.push_back(word); }
+  void RemoveLast() { entries_.pop_back(); }
+  void Clear() { entries_.clear(); }
+
+  bool IsEmpty() const { return entries_.empty(); }
+  int GetCount() const { return static_cast<int>(entries_.size()); }
+  unsigned GetLast() const { return entries_.back(); }
+  const std::vector<unsigned>& GetEntries() const { return entries_; }
+
+  // The entries that are at most word; below 0 none. Takes time logarithmic in the distance from
+  // the answer before: a walk over all words is linear. Used by one thread at a time.
+  int CountUpTo(int word) const;
+  // The last entry that is at most word, or -1.
+  int GetLastUpTo(int word) const;
+
+ private:
+  std::vector<unsigned> entries_;
+  mutable std::size_t hint_ = 0;  // the last answer of CountUpTo
+};
+
+}  // namespace vemra
