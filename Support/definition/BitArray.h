@@ -65,15 +65,11 @@ class SUPPORT_API CTavoBitArray : public CTavoFixedBitArray {
   // is the one the array had before.
   int Load(TavoFile* file);
 
- protected:
-  std::size_t GetUsedBytes() const override;
-
  private:
   void Resize(std::int64_t size);
-  void MoveUp(std::int32_t index, std::int32_t count, std::int32_t oldSize);
+  void CopyFrom(const CTavoBitArray& other);
 
-  std::int32_t size_ = 0;        // bits
-  std::int32_t byteLength_ = 0;  // bytes in use
+  std::int32_t size_ = 0;  // bits
 };
 
 }  // namespace vemra

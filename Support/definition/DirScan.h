@@ -18,9 +18,9 @@ struct CDirHandle;
 
 // Walks a folder, on request with its subfolders, and yields the files whose names match. The walk
 // is depth-first: a subfolder is entered where it is met; entries come in the system's order. It
-// keeps its own stack, so depth costs memory only. A link that leads back to a folder being walked
-// is not entered. A folder that cannot be read yields nothing and leaves its error.
-// Used by one thread at a time.
+// keeps its own stack and few open handles, so depth costs memory only. A link that leads back to a
+// folder being walked is not entered. A folder that cannot be read yields nothing and leaves its
+// error. Used by one thread at a time.
 class SUPPORT_API CDirScan {
  public:
   CDirScan();
@@ -42,18 +42,23 @@ class SUPPORT_API CDirScan {
 
   // Walks the rest of what Scan began, deleting the files whose names match and each folder when
   // its listing ends; the root itself only when removeRoot is not 0. A folder that still holds
-  // something stays. A link to a folder is removed, never followed.
+  // something stays. A link to a folder is never followed; it is removed when there are no filters.
   void DeleteSubtree(int removeRoot);
 
   void Cleanup();  // ends the walk
-  // The system's error of the last step, or of the last folder that could not be read; 0 for none.
+  // The system's error (see Errors.h) of the last folder that could not be read, or of the last
+  // deletion that failed, since Scan; 0 for none. It outlives the end of the walk.
   std::uint32_t GetLastError() const { return lastError_; }
 
  private:
-  enum class Step { kEnd, kFile, kFolderEnd };
-  Step NextStep(std::string& name);
+  enum class Step { kEnd, kFile, kLinkedFolder, kFolderEnd };
+  enum class LinkedFolders { kEnter, kReport };
+  Step NextStep(std::string& name, LinkedFolders linkedFolders);
+  bool OpenInnermost();
   void Enter(const std::string& name);
   void Leave();
+  void RemoveLink(const std::string& path);
+  void KeepError();
 
   std::string currentDir_;
   std::vector<std::string> filters_;  // lower-cased

@@ -109,6 +109,10 @@ class SUPPORT_API CTavoField {
   void TagsChanged() {
     if (ownersRevision_ != nullptr) ++*ownersRevision_;
   }
+  int TagsChangedIf(bool changed) {
+    if (changed) TagsChanged();
+    return changed ? 1 : 0;
+  }
 
   std::string name_;
   std::string title_;

@@ -69,7 +69,7 @@ class SUPPORT_API CTavoFileIDX {
 
  private:
   void ReadFileTypeLines(CTavoProfileReader& reader);
-  static void ReadItems(CTavoProfileReader& reader, CTavoFileType& fileType);
+  void ReadItems(CTavoProfileReader& reader);
 
   std::vector<std::unique_ptr<CTavoFileType>> fileTypes_;
   CTavoFileType* current_ = nullptr;

@@ -55,10 +55,10 @@ class SUPPORT_API CTavoFileINI {
   int RemoveField(CTavoField* field);
   bool FieldExists(int fieldno) const { return GetField(fieldno) != nullptr; }
   int GetNumOfFields() const { return fieldCount_; }
-  int GetHighestFieldno() const { return highestFieldno_; }  // the largest ever added
+  int GetHighestFieldno() const { return highestFieldno_; }  // the largest ever given to AddField
   const CTavoFieldList& GetDefinedFields() const { return defined_; }
   CTavoField* GetField(int fieldno) const;        // null when there is none
-  CTavoField* GetField(const char* name);         // exact name; null when there is none
+  CTavoField* GetField(const char* name) const;   // exact name; null when there is none
   std::string GetFieldName(int fieldno) const;    // empty when there is none
   std::uint32_t GetFieldRule(int fieldno) const;  // 0 when there is none
   // The defined fields in ascending number. GetNextPosition: the first number >= from.
@@ -105,7 +105,7 @@ class SUPPORT_API CTavoFileINI {
   // segment without ':' gives an empty result. Kept: an unknown name discards what was built before
   // it. errors receives the query followed by one line for each unknown name, or nothing.
   std::string MapFieldsToFieldno(const std::string& query, std::string& errors);
-  void BuildMapFieldsByName();
+  void BuildMapFieldsByName() const;
 
   // The definitions of one file type, kept in a file of their own.
   // ReadFTD returns 1 when any field found definitions.
@@ -166,8 +166,6 @@ class SUPPORT_API CTavoFileINI {
   using StatusMap = std::unordered_map<std::string, int>;
 
   void Init();
-  void TakeRole(CTavoField* field);
-  void LeaveRole(CTavoField* field);
   void LoadTitles(INIWorker& reader);
   void ComputeShares();
   void LoadStatuses(INIWorker& reader);
@@ -188,7 +186,7 @@ class SUPPORT_API CTavoFileINI {
   int titleUsedLength_ = 0;  // characters that the fixed items have taken of the current title
   std::string titleSeparator_ = "@";
   CTavoBitArray altSort_;
-  std::unordered_map<std::string, CTavoField*> fieldsByName_;
+  mutable std::unordered_map<std::string, CTavoField*> fieldsByName_;  // built on first use
   StatusMap statusesByName_;
   StatusMap statusesByString_;
   std::vector<std::string> statusNames_;

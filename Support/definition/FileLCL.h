@@ -16,9 +16,9 @@ class SUPPORT_API CTavoFileLCL {
   // Missing keys take their defaults. Without "On" (neither "YES" nor "NO" counts as missing) the
   // personal profile is off, and its background and colour are cleared. Returns 1.
   int Load(const std::string& fileName);
-  // Writes every key, a file name as stored and an empty one too, in the order that Load reads;
-  // the splash display time only with a splash picture. Stops and returns 0 at the first key that
-  // cannot be written.
+  // Writes every key in the order that Load reads, a file name as stored and an empty value too.
+  // Names stay as they are stored also under another folder. Stops and returns 0 at the first key
+  // that cannot be written.
   int Save(const std::string& fileName);
   void Reset();
 

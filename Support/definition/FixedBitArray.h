@@ -29,7 +29,7 @@ class SUPPORT_API CTavoFixedBitArray {
   CTavoFixedBitArray(const void* source, std::uint16_t count);
   // count bytes at byte offset, the rest 0. Kept: a range past the block leaves no storage.
   CTavoFixedBitArray(const void* source, std::uint16_t count, std::uint16_t offset);
-  // 2,048 bytes of the other; missing bytes are 0, and a null pointer gives all 0.
+  // The other's bits; none from a null pointer.
   CTavoFixedBitArray(const CTavoFixedBitArray& other);
   explicit CTavoFixedBitArray(const CTavoFixedBitArray* other);
   explicit CTavoFixedBitArray(const void* source);  // 2,048 bytes, all 0 when null
@@ -73,16 +73,17 @@ class SUPPORT_API CTavoFixedBitArray {
  protected:
   using Words = std::vector<std::uint32_t>;
 
-  explicit CTavoFixedBitArray(Words words) noexcept;
-
-  // The bytes that scans and whole-array operations run over, never more than the storage.
-  virtual std::size_t GetUsedBytes() const;
+  struct WithoutStorage {};
+  explicit CTavoFixedBitArray(WithoutStorage) noexcept {}
 
   std::size_t GetStorageBytes() const { return words_.size() * sizeof(std::uint32_t); }
+  // The bytes that scans and whole-array operations run over, never more than the storage.
+  std::size_t GetUsedBytes() const;
   std::uint8_t* Bytes() { return reinterpret_cast<std::uint8_t*>(words_.data()); }
   const std::uint8_t* Bytes() const { return reinterpret_cast<const std::uint8_t*>(words_.data()); }
 
   Words words_;
+  std::int32_t byteLength_ = 0;  // bytes in use
 };
 
 }  // namespace vemra
