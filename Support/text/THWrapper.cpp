@@ -1,0 +1,107 @@
+#include "Support/text/THWrapper.h"
+
+#include "Support/foundation/INIWorker.h"
+#include "Support/foundation/Paths.h"
+#include "Support/text/LangPack.h"
+#include "Support/text/ParseFile.h"
+
+namespace vemra {
+
+namespace {
+
+using ParserList = std::vector<std::unique_ptr<TavoParseFile>>;
+
+TavoParseFile* Record(ParserList& list, std::unique_ptr<TavoParseFile> parser) {
+  list.push_back(std::move(parser));
+  return list.back().get();
+}
+
+void Free(ParserList& list, const TavoParseFile* parser) {
+  std::erase_if(list, [parser](const auto& entry) { return entry.get() == parser; });
+}
+
+}  // namespace
+
+TavoTHWrapper::TavoTHWrapper(const std::string& configPath, int fileType)
+    : fileType_(fileType),
+      loaded_(configuration_.Load(configPath)),
+      pack_(TavoLangPack::GetDefault()) {
+  if (!loaded_) return;
+  definitions_.Load(configuration_.GetFileINI().c_str());
+  LoadFileTypeDefinitions();
+}
+
+void TavoTHWrapper::LoadFileTypeDefinitions() {
+  INIWorker worker(configuration_.GetDatabaseID());
+  configuration_.SetFileTypeSection(fileType_, worker);
+  std::string name;
+  if (worker.GetWholeString("FTD", name)) {
+    definitions_.ReadFTD(fileType_, ConnectPaths(configuration_.GetFolder(), name), 1);
+  }
+  definitions_.SetCurrentFTD(fileType_);
+}
+
+TavoTHWrapper::~TavoTHWrapper() = default;
+
+TavoParseFile* TavoTHWrapper::GetIndexingParser(TavoIndex* /*index*/) {
+  return nullptr;
+}
+
+TavoParseFile* TavoTHWrapper::GetHighlightParser(TavoHighlightWrapper* /*highlight*/) {
+  return nullptr;
+}
+
+TavoParseFile* TavoTHWrapper::GetFieldsParser() {
+  return nullptr;
+}
+
+TavoParseFile* TavoTHWrapper::GetViewParser() {
+  return nullptr;
+}
+
+TavoParseFile* TavoTHWrapper::GetExportParser() {
+  return nullptr;
+}
+
+CTavoResultView* TavoTHWrapper::GetView(const std::string& /*documentPath*/) {
+  return nullptr;
+}
+
+int TavoTHWrapper::ReplaceViewContents(CTavoResultView* /*view*/,
+                                       const std::string& /*documentPath*/) {
+  return 0;
+}
+
+void TavoTHWrapper::FreeIndexingParser(TavoParseFile* parser) {
+  Free(indexingParsers_, parser);
+}
+
+void TavoTHWrapper::FreeHighlightParser(TavoParseFile* parser) {
+  Free(highlightParsers_, parser);
+}
+
+void TavoTHWrapper::FreeFieldsParser(TavoParseFile* parser) {
+  Free(fieldsParsers_, parser);
+}
+
+void TavoTHWrapper::SetLangPack(TavoLangPack* pack) {
+  pack_ = pack != nullptr ? pack : TavoLangPack::GetDefault();
+}
+
+int TavoTHWrapper::NoMoreOwners() const {
+  return indexingParsers_.empty() && highlightParsers_.empty() && fieldsParsers_.empty() ? 1 : 0;
+}
+
+TavoParseFile* TavoTHWrapper::AddParserToIndexingList(std::unique_ptr<TavoParseFile> parser) {
+  return Record(indexingParsers_, std::move(parser));
+}
+
+TavoParseFile* TavoTHWrapper::AddParserToHighlightList(std::unique_ptr<TavoParseFile> parser) {
+  return Record(highlightParsers_, std::move(parser));
+}
+
+TavoParseFile* TavoTHWrapper::AddParserToFieldsList(std::unique_ptr<TavoParseFile> parser) {
+  return Record(fieldsParsers_, std::move(parser));
+}
+
+}  // namespace vemra

@@ -1,0 +1,90 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "Support/Export.h"
+#include "Support/definition/FileCFG.h"
+#include "Support/definition/FileINI.h"
+#include "Support/services/PropertyArray.h"
+
+namespace vemra {
+
+class CTavoResultView;
+class TavoHighlightWrapper;
+class TavoIndex;
+class TavoLangPack;
+class TavoParseFile;
+
+// The parsers of one file type of one database, with the definitions that they read by. Which
+// parsers there are is a subclass's business: it overrides the operations that make them, records
+// each with Add...Parser..., and publishes the settings of its format as properties.
+// Used by one thread at a time.
+class SUPPORT_API TavoTHWrapper : public TavoPropertyArray {
+ public:
+  // Loads the configuration, the field definitions that it names, and the definitions of the file
+  // type (counted from 0) from the file that the key "FTD" of its section names, relative to the
+  // folder of the configuration. What is missing takes its defaults: see IsLoaded.
+  TavoTHWrapper(const std::string& configPath, int fileType);
+  TavoTHWrapper(const TavoTHWrapper&) = delete;
+  TavoTHWrapper& operator=(const TavoTHWrapper&) = delete;
+  // Deletes the parsers that have not been given back.
+  virtual ~TavoTHWrapper();
+
+  // A new parser for one purpose, owned by the wrapper until it is given back; null when the file
+  // type has none, which is the default. The sink and the request are loans for the parser's life.
+  virtual TavoParseFile* GetIndexingParser(TavoIndex* index);
+  virtual TavoParseFile* GetHighlightParser(TavoHighlightWrapper* highlight);
+  virtual TavoParseFile* GetFieldsParser();
+  virtual TavoParseFile* GetViewParser();
+  virtual TavoParseFile* GetExportParser();
+  // A view that shows a document, owned by the caller (null by default), and another document in
+  // an existing one (0 by default).
+  virtual CTavoResultView* GetView(const std::string& documentPath);
+  virtual int ReplaceViewContents(CTavoResultView* view, const std::string& documentPath);
+  // Give a parser back: it is deleted. One that is not in the list is left alone. The view and
+  // export parsers are recorded, and given back, in whichever list their subclass chose.
+  virtual void FreeIndexingParser(TavoParseFile* parser);
+  virtual void FreeHighlightParser(TavoParseFile* parser);
+  virtual void FreeFieldsParser(TavoParseFile* parser);
+
+  // Whether the configuration could be loaded and names the database.
+  int IsLoaded() const { return loaded_; }
+  CTavoFileCFG& GetFileCFG() { return configuration_; }
+  CTavoFileINI& GetFileINI() { return definitions_; }
+  int GetFileType() const { return fileType_; }
+  // The built-in pack until another is set; a loan. Null sets the built-in one again.
+  TavoLangPack* GetLangPack() const { return pack_; }
+  void SetLangPack(TavoLangPack* pack);
+  // The strings of a filter, empty at first; the subclass that uses a filter fills it.
+  std::vector<std::string>& GetFiltersArray(const std::string& name) { return filters_[name]; }
+
+  // No parser is out, so that the wrapper can be destroyed.
+  int NoMoreOwners() const;
+
+ protected:
+  // Record a parser that is handed out. Returns it.
+  TavoParseFile* AddParserToIndexingList(std::unique_ptr<TavoParseFile> parser);
+  TavoParseFile* AddParserToHighlightList(std::unique_ptr<TavoParseFile> parser);
+  TavoParseFile* AddParserToFieldsList(std::unique_ptr<TavoParseFile> parser);
+
+ private:
+  using ParserList = std::vector<std::unique_ptr<TavoParseFile>>;
+
+  void LoadFileTypeDefinitions();
+
+  std::map<std::string, std::vector<std::string>> filters_;
+  CTavoFileCFG configuration_;
+  CTavoFileINI definitions_;
+  int fileType_;
+  int loaded_;
+  TavoLangPack* pack_;
+  // Last, so that parsers go before what they lean on.
+  ParserList indexingParsers_;
+  ParserList highlightParsers_;
+  ParserList fieldsParsers_;
+};
+
+}  // namespace vemra
