@@ -20,7 +20,7 @@ inline constexpr std::size_t kFolderPathSize = 260;
 // shows the shell's, and Linux has none. Call it on the thread of the user interface.
 SUPPORT_API int BrowseForFolder(void* owner, char* buffer, const char* title);
 
-// Shows the title, writes the chosen folder and returns non-zero, or returns 0.
+// Shows the title, writes the chosen folder and returns non-zero, or returns 0. Must not throw.
 using FolderPicker = std::function<int(void* owner, const char* title, std::string& folder)>;
 
 // An empty picker takes the last one back. Safe from any thread.
