@@ -1,0 +1,9 @@
+#include "Support/platform/SystemFamily.h"
+
+namespace vemra::platform {
+
+bool IsNTFamily() {
+  return false;
+}
+
+}  // namespace vemra::platform
