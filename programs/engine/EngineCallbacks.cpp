@@ -1,0 +1,84 @@
+#include "programs/engine/EngineCallbacks.h"
+
+#include <cstdint>
+#include <utility>
+
+#include "programs/engine/IndexWriter.h"
+
+namespace vemra::engine {
+namespace {
+
+// The words of sections carry this flag; an expression is sent without it.
+constexpr std::uint32_t kSectionWord = 4;
+// No text has this number: words sent under it are those of an index entry.
+constexpr std::uint32_t kNoText = 0;
+
+struct Current {
+  IndexWriter* writer = nullptr;
+  EngineCallbacks::MessageFunction onMessage;
+};
+
+Current& GetCurrent() {
+  static Current current;
+  return current;
+}
+
+void AddMessage(const char* text, unsigned long level) {
+  GetCurrent().onMessage(text, level);
+}
+
+std::uint32_t BeginText(unsigned short) {
+  return GetCurrent().writer->BeginText();
+}
+
+void AddWord(const char* word, int field, std::uint32_t flags, std::uint32_t textno, int part) {
+  if ((flags & kSectionWord) == 0 || textno == kNoText) return;
+  IndexWriter& writer = *GetCurrent().writer;
+  if (part == 0) {
+    writer.AddWord(field, word);
+  } else {
+    writer.AddAtSamePosition(field, word);
+  }
+}
+
+void AddTitle(const char* text, int n, std::uint32_t) {
+  GetCurrent().writer->SetTitle({text, static_cast<std::size_t>(n)});
+}
+
+std::uint32_t RefuseEntry(unsigned char*) {
+  return kNoText;
+}
+
+// A new paragraph begins a sentence too.
+void StartParagraph() {
+  GetCurrent().writer->CountParagraph();
+  GetCurrent().writer->CountSentence();
+}
+
+void StartSentence() {
+  GetCurrent().writer->CountSentence();
+}
+
+void AddSortKey(std::uint32_t, const char* key) {
+  GetCurrent().writer->SetSortKey(key);
+}
+
+}  // namespace
+
+EngineCallbacks::EngineCallbacks(IndexWriter& writer, MessageFunction onMessage) {
+  GetCurrent() = {&writer, std::move(onMessage)};
+  table_.on_AddMessage = AddMessage;
+  table_.on_newtxtno = BeginText;
+  table_.on_doword_addword = AddWord;
+  table_.on_addhead = AddTitle;
+  table_.on_addentry = RefuseEntry;
+  table_.on_fulllist_newparagraph = StartParagraph;
+  table_.on_fulllist_newsentence = StartSentence;
+  table_.on_makesort_addkey = AddSortKey;
+}
+
+EngineCallbacks::~EngineCallbacks() {
+  GetCurrent() = {};
+}
+
+}  // namespace vemra::engine

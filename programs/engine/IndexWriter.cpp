@@ -1,0 +1,181 @@
+#include "programs/engine/IndexWriter.h"
+
+#include <system_error>
+
+#include "Support/foundation/HostPath.h"
+#include "programs/engine/EngineError.h"
+#include "programs/engine/FullText.h"
+#include "programs/engine/WordStream.h"
+
+namespace vemra::engine {
+namespace {
+
+// One batch. Larger ones index no faster and cost memory.
+constexpr std::size_t kBatchBytes = std::size_t{12} << 20;
+constexpr int kBatchTexts = 4000;
+// A buffer that a long text has blown up is given back.
+constexpr std::size_t kKeptStreamBytes = std::size_t{1} << 20;
+
+constexpr int kSharingViolation = 32;
+constexpr int kLockViolation = 33;
+
+const char* const kCreateTexts =
+    "CREATE TABLE texts(number INTEGER PRIMARY KEY, path TEXT NOT NULL, type INTEGER NOT NULL,"
+    " title BLOB NOT NULL, sortkey BLOB NOT NULL, bytes INTEGER NOT NULL, words INTEGER NOT NULL,"
+    " sentences INTEGER NOT NULL, paragraphs INTEGER NOT NULL)";
+
+std::string HostPathOf(const std::string& path) {
+  std::string hostPath = ToHostPath(path);
+  if (hostPath.empty()) {
+    throw EngineError(Fault::kFailed, path + ": is on no drive of this computer");
+  }
+  return hostPath;
+}
+
+std::string ColumnNames(const std::vector<int>& columns) {
+  std::string names;
+  for (const int fieldno : columns) names += ColumnName(fieldno) + ", ";
+  return names;
+}
+
+}  // namespace
+
+TavoFile IndexWriter::LockIndex(const std::string& path) try {
+  return TavoFile(path + "-writer", TavoFile::Access::kReadWrite, TavoFile::Creation::kOpenOrCreate,
+                  TavoFile::Share::kDenyReadWrite);
+} catch (const std::system_error& error) {
+  const int code = error.code().value();
+  if (code == kSharingViolation || code == kLockViolation) {
+    throw EngineError(Fault::kLocked, path + ": is being written by another process");
+  }
+  throw EngineError(Fault::kFailed, error.what());
+}
+
+IndexWriter::IndexWriter(const std::string& path, const CTavoFieldList& fields)
+    : lock_(LockIndex(path)), path_(path), connection_(HostPathOf(path), /*create=*/true) {
+  POSITION position = fields.GetStartPosition();
+  while (position != 0) columns_.push_back(fields.GetNextFieldno(position));
+  for (const int fieldno : columns_) isColumn_[static_cast<std::size_t>(fieldno)] = true;
+  PrepareFile();
+}
+
+void IndexWriter::PrepareFile() {
+  const bool isNew = connection_.QueryNumber("SELECT count(*) FROM sqlite_schema") == 0;
+  if (!isNew && connection_.QueryNumber("PRAGMA application_id") != kIndexApplication) {
+    throw EngineError(Fault::kDamaged,
+                      path_ + ": is no index of this program; remove it and index again");
+  }
+  InstallFullText(connection_);
+  // A checkpoint copies each page once more, so it waits for a batch; a commit alone does not wait
+  // for the disk, and the end of the process, however it comes, loses nothing of it.
+  connection_.Execute(
+      "PRAGMA journal_mode=WAL; PRAGMA synchronous=NORMAL; PRAGMA cache_size=-8000;"
+      "PRAGMA wal_autocheckpoint=4000; PRAGMA journal_size_limit=33554432");
+}
+
+std::uint32_t IndexWriter::BeginText() {
+  text_ = TextRecord();
+  text_.number = lastNumber_ + 1;
+  for (const int fieldno : columns_) {
+    std::string& stream = streams_[static_cast<std::size_t>(fieldno)];
+    stream.clear();
+    if (stream.capacity() > kKeptStreamBytes) stream.shrink_to_fit();
+  }
+  return static_cast<std::uint32_t>(text_.number);
+}
+
+void IndexWriter::AddWord(int fieldno, std::string_view word) {
+  const auto field = static_cast<std::size_t>(fieldno);
+  if (field >= isColumn_.size() || !isColumn_[field]) return;
+  AppendWord(streams_[field], word);
+  ++text_.words;
+}
+
+void IndexWriter::AddAtSamePosition(int fieldno, std::string_view word) {
+  const auto field = static_cast<std::size_t>(fieldno);
+  if (field >= isColumn_.size() || !isColumn_[field]) return;
+  AppendAtSamePosition(streams_[field], word);
+}
+
+const TextRecord& IndexWriter::EndText(const std::string& path, int fileType, std::int64_t bytes) {
+  text_.path = path;
+  text_.fileType = fileType;
+  text_.bytes = bytes;
+  if (!batch_) StartBatch();
+  StoreWords();
+  StoreText();
+  lastNumber_ = static_cast<std::uint32_t>(text_.number);
+  if (batchBytes_ >= kBatchBytes || ++batchTexts_ >= kBatchTexts) Commit();
+  return text_;
+}
+
+void IndexWriter::StartBatch() {
+  batch_.emplace(connection_);
+  batchBytes_ = 0;
+  batchTexts_ = 0;
+  if (emptied_) return;
+  EmptyIndex();
+  emptied_ = true;
+}
+
+void IndexWriter::EmptyIndex() {
+  connection_.Execute("DROP TABLE IF EXISTS words; DROP TABLE IF EXISTS texts");
+  connection_.Execute(kCreateTexts);
+  connection_.Execute("CREATE VIRTUAL TABLE words USING fts5(" + ColumnNames(columns_) +
+                      "content='', tokenize='vemra')");
+  // Merging in between costs more than the one merge at the end; the words of a whole batch are
+  // sorted in memory.
+  connection_.Execute(
+      "INSERT INTO words(words, rank) VALUES('automerge', 0);"
+      "INSERT INTO words(words, rank) VALUES('hashsize', 16777216)");
+  connection_.Execute("PRAGMA application_id = " + std::to_string(kIndexApplication) +
+                      "; PRAGMA user_version = " + std::to_string(kIndexFormat));
+
+  std::string insert = "INSERT INTO words(" + ColumnNames(columns_) + "rowid) VALUES(";
+  for (std::size_t i = 0; i < columns_.size(); ++i) insert += "?, ";
+  insertWords_.emplace(connection_, insert + "?)");
+  insertText_.emplace(connection_, "INSERT INTO texts VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?)");
+}
+
+void IndexWriter::StoreWords() {
+  int index = 0;
+  for (const int fieldno : columns_) {
+    const std::string& stream = streams_[static_cast<std::size_t>(fieldno)];
+    batchBytes_ += stream.size();
+    if (stream.empty()) {
+      insertWords_->BindNull(++index);
+    } else {
+      insertWords_->BindTerminated(++index, stream);
+    }
+  }
+  insertWords_->Bind(++index, text_.number);
+  insertWords_->Run();
+}
+
+void IndexWriter::StoreText() {
+  insertText_->Bind(1, text_.number);
+  insertText_->BindText(2, text_.path);
+  insertText_->Bind(3, text_.fileType);
+  insertText_->BindBlob(4, text_.title);
+  insertText_->BindBlob(5, text_.sortKey);
+  insertText_->Bind(6, text_.bytes);
+  insertText_->Bind(7, text_.words);
+  insertText_->Bind(8, text_.sentences);
+  insertText_->Bind(9, text_.paragraphs);
+  insertText_->Run();
+}
+
+void IndexWriter::Commit() {
+  if (!batch_ && emptied_) return;
+  if (!batch_) StartBatch();
+  batch_->Commit();
+  batch_.reset();
+}
+
+void IndexWriter::Finish() {
+  Commit();
+  connection_.Execute("INSERT INTO words(words) VALUES('optimize')");
+  connection_.Execute("PRAGMA wal_checkpoint(TRUNCATE)");
+}
+
+}  // namespace vemra::engine

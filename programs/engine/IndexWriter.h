@@ -1,0 +1,75 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "Support/definition/FieldList.h"
+#include "Support/foundation/File.h"
+#include "programs/engine/IndexDatabase.h"
+#include "programs/engine/Sqlite.h"
+
+namespace vemra::engine {
+
+// Builds an index anew, text by text. Texts are stored in batches, each in one transaction, so that
+// whatever ends the program leaves an index of whole texts; the first batch takes the place of the
+// old index. While a writer lives every other one is refused, and searches go on reading.
+//
+// Memory: the words of one text and of one batch, kept within a few ten megabytes save for the
+// words of a single longer text. Used by one thread. Throws EngineError.
+class IndexWriter {
+ public:
+  // path of the index, in the Windows form, in an existing folder; fields: those that words are
+  // kept of. kLocked while there is another writer.
+  IndexWriter(const std::string& path, const CTavoFieldList& fields);
+  // Texts that were not committed are lost.
+  ~IndexWriter() = default;
+  IndexWriter(const IndexWriter&) = delete;
+  IndexWriter& operator=(const IndexWriter&) = delete;
+
+  // Begins a text; what an unfinished one has left is forgotten. Returns its number, from 1: that
+  // of an unfinished text is given again.
+  std::uint32_t BeginText();
+  // The parts of the current text. A word holds no NUL; of one longer than 32768 bytes only those
+  // are kept, and only those are compared. A word of a field that is not kept is dropped.
+  void AddWord(int fieldno, std::string_view word);
+  void AddAtSamePosition(int fieldno, std::string_view word);
+  void CountSentence() { ++text_.sentences; }
+  void CountParagraph() { ++text_.paragraphs; }
+  void SetTitle(std::string_view title) { text_.title = title; }
+  void SetSortKey(std::string_view key) { text_.sortKey = key; }
+  // Stores the text and returns what is known of it. path in the Windows form.
+  const TextRecord& EndText(const std::string& path, int fileType, std::int64_t bytes);
+  // Stores the texts since the last commit. With no text at all the index becomes empty.
+  void Commit();
+  // Commits and puts the index in the order that makes searches fast.
+  void Finish();
+
+ private:
+  static TavoFile LockIndex(const std::string& path);
+  void PrepareFile();
+  void StartBatch();
+  void EmptyIndex();
+  void StoreWords();
+  void StoreText();
+
+  TavoFile lock_;
+  std::string path_;
+  Connection connection_;
+  std::vector<int> columns_;
+  std::array<bool, kMaxFields> isColumn_{};
+  bool emptied_ = false;
+  std::uint32_t lastNumber_ = 0;
+  TextRecord text_;                                // the current one
+  std::array<std::string, kMaxFields> streams_{};  // its words by field (WordStream.h)
+  std::size_t batchBytes_ = 0;
+  int batchTexts_ = 0;
+  std::optional<Statement> insertWords_;
+  std::optional<Statement> insertText_;
+  std::optional<Transaction> batch_;
+};
+
+}  // namespace vemra::engine

@@ -1,0 +1,78 @@
+#include "programs/engine/Query.h"
+
+#include <algorithm>
+
+#include "Support/definition/FileINI.h"
+#include "Support/text/LangPack.h"
+
+namespace vemra::engine {
+namespace {
+
+// The fields whose text is also indexed into field, itself among them.
+CTavoFieldList ColumnsOf(const CTavoFileINI& definitions, int field) {
+  CTavoFieldList columns;
+  POSITION position = definitions.GetStartPosition();
+  while (position != 0) {
+    const int source = definitions.GetNextField(position)->GetFieldno();
+    CTavoFieldList list;
+    list.Set(source);
+    if (definitions.ExpandFieldList(list).IsSet(field) != 0) columns.Set(source);
+  }
+  return columns;
+}
+
+std::string FormatColumns(const CTavoFieldList& columns) {
+  std::string text;
+  POSITION position = columns.GetStartPosition();
+  while (position != 0) {
+    if (!text.empty()) text += ',';
+    text += std::to_string(columns.GetNextFieldno(position));
+  }
+  return text;
+}
+
+std::string FormatPhrase(const QueryNode& phrase, const CTavoFieldList& general) {
+  std::string text;
+  for (const QueryTerm& term : phrase.terms) {
+    if (!text.empty()) text += ' ';
+    text += term.text;
+  }
+  if (phrase.terms.size() > 1) text = '"' + text + '"';
+  return phrase.columns == general ? text : FormatColumns(phrase.columns) + ':' + text;
+}
+
+std::string FormatList(const char* name, const std::vector<QueryNode>& nodes,
+                       const CTavoFieldList& general) {
+  std::string text;
+  for (const QueryNode& node : nodes) {
+    if (!text.empty()) text += ' ';
+    text += FormatQuery(node, general);
+  }
+  return std::string(name) + '(' + text;
+}
+
+}  // namespace
+
+QueryLanguage MakeQueryLanguage(const CTavoFileINI& definitions, const TavoLangPack* pack) {
+  QueryLanguage language;
+  language.pack = pack;
+  const CTavoField* general = definitions.GetSpecialField(SpecialField::kGeneral);
+  POSITION position = definitions.GetStartPosition();
+  while (position != 0) {
+    const CTavoField* field = definitions.GetNextField(position);
+    language.fields.push_back({field->GetName(), ColumnsOf(definitions, field->GetFieldno())});
+    if (field == general) language.general = language.fields.back().columns;
+  }
+  if (general == nullptr) language.general = definitions.GetDefinedFields();
+  return language;
+}
+
+std::string FormatQuery(const QueryNode& node, const CTavoFieldList& general) {
+  if (node.kind == QueryNode::Kind::kPhrase) return FormatPhrase(node, general);
+  std::string text =
+      FormatList(node.kind == QueryNode::Kind::kAnd ? "AND" : "OR", node.children, general);
+  if (!node.excluded.empty()) text += ' ' + FormatList("NOT", node.excluded, general) + ')';
+  return text + ')';
+}
+
+}  // namespace vemra::engine

@@ -1,0 +1,133 @@
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "Support/text/LangPack.h"
+#include "programs/engine/Query.h"
+
+namespace vemra::engine {
+namespace {
+
+CTavoFieldList ListOf(std::initializer_list<int> fields) {
+  CTavoFieldList list;
+  for (const int field : fields) list.Set(field);
+  return list;
+}
+
+QueryLanguage TestLanguage() {
+  QueryLanguage language;
+  language.pack = TavoLangPack::GetDefault();
+  language.general = ListOf({0, 1, 7});
+  language.fields = {
+      {"General", language.general}, {"Title", ListOf({1})}, {"Image text", ListOf({7})}};
+  return language;
+}
+
+struct Row {
+  const char* query;
+  const char* tree;
+};
+
+TEST(QueryParser, BuildsTheTree) {
+  const Row rows[] = {
+      {"cat", "cat"},
+      {"  Cat  dog\t", "AND(cat dog)"},
+      {"cat or dog food", "OR(cat AND(dog food))"},
+      {"(cat OR dog) food", "AND(OR(cat dog) food)"},
+      {"((cat) (dog food))", "AND(cat dog food)"},
+      {"cat AND dog and food", "AND(cat dog food)"},
+      {"cat NOT dog", "AND(cat NOT(dog))"},
+      {"cat AND NOT dog food", "AND(cat food NOT(dog))"},
+      {"NOT dog cat", "AND(cat NOT(dog))"},
+      {"cat NOT dog NOT (food OR milk)", "AND(cat NOT(dog OR(food milk)))"},
+      {"(cat NOT dog) food", "AND(AND(cat NOT(dog)) food)"},
+      {"\"Dog food\" cat", "AND(\"dog food\" cat)"},
+      {"\"cat\"\"dog\"", "AND(cat dog)"},
+      {"\"what? * (is) OR; it\"", "\"what is or it\""},
+      {"cat\"dog\"mouse", "AND(cat dog mouse)"},
+      {"well-known, e.g. C++", "AND(well-known e.g c)"},
+      {"cat & dog ...", "AND(cat dog)"},
+      {"Wild* w?ld (*card).", "AND(wild* w?ld *card)"},
+      {"-wild*!", "wild*"},
+      {"Title: cat dog; mouse", "AND(1:cat 1:dog mouse)"},
+      {"title:cat OR dog", "OR(1:cat 1:dog)"},
+      {"Image text: \"big cat\"; OR Title: dog;", "OR(7:\"big cat\" 1:dog)"},
+      {"(Title : cat) dog", "AND(1:cat dog)"},
+      {"Title: cat Image text: dog; mouse;", "AND(1:cat 7:dog 1:mouse)"},
+      {"cat; dog;; mouse", "AND(cat dog mouse)"},
+      {"10:30 std::vector http://x.y/", "AND(10:30 std::vector http://x.y)"},
+  };
+  const QueryLanguage language = TestLanguage();
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.query);
+    EXPECT_EQ(FormatQuery(ParseQuery(row.query, language), language.general), row.tree);
+  }
+}
+
+struct ErrorRow {
+  std::string query;
+  std::size_t offset;
+  const char* text;
+};
+
+TEST(QueryParser, PointsAtWhatIsWrong) {
+  const ErrorRow rows[] = {
+      {"", 0, "there is no word to search for"},
+      {" ... & ", 0, "there is no word to search for"},
+      {";;", 0, "there is no word to search for"},
+      {"cat (dog", 4, "this '(' is not closed"},
+      {"cat) dog", 3, "this ')' closes nothing"},
+      {"cat () dog", 4, "there is no word between these parentheses"},
+      {"(cat; dog)", 4, "this ';' ends no field"},
+      {"cat \"dog", 4, "this '\"' is not closed"},
+      {"OR cat", 0, "there must be a word before OR"},
+      {"cat OR", 4, "there must be a word after OR"},
+      {"cat OR OR dog", 4, "there must be a word after OR"},
+      {"AND cat", 0, "there must be a word before AND"},
+      {"cat AND", 4, "there must be a word after AND"},
+      {"cat AND ... dog", 4, "there must be a word after AND"},
+      {"cat AND OR dog", 4, "there must be a word after AND"},
+      {"cat NOT NOT dog", 4, "there must be a word after NOT"},
+      {"cat OR NOT dog", 7, "NOT needs another word whose texts it narrows"},
+      {"cat **", 4, "* and ? need a letter or a digit beside them"},
+      {"cat Nope: dog", 4, "no field is named Nope"},
+      {"cat Title: ;", 4, "there is no word for this field"},
+      {std::string(11, '(') + "x", 10, "parentheses and fields are nested too deeply"},
+      {std::string(kMaxQueryBytes + 1, 'x'), kMaxQueryBytes, "the query is too long"},
+  };
+  const QueryLanguage language = TestLanguage();
+  for (const ErrorRow& row : rows) {
+    SCOPED_TRACE(row.query.substr(0, 40));
+    try {
+      const QueryNode node = ParseQuery(row.query, language);
+      ADD_FAILURE() << "parsed as " << FormatQuery(node, language.general);
+    } catch (const QueryError& error) {
+      EXPECT_EQ(error.GetOffset(), row.offset);
+      EXPECT_STREQ(error.what(), row.text);
+    }
+  }
+}
+
+TEST(QueryParser, ParsesOrRefusesAnyBytes) {
+  const QueryLanguage language = TestLanguage();
+  const std::string pieces[] = {"(",     ")",      "\"",  ";",    ":",
+                                "*",     "?",      " ",   "AND",  " OR ",
+                                " NOT ", "Title:", "cat", "\xe9", std::string(1, '\0'),
+                                "-"};
+  std::mt19937 random(9);
+  int parsed = 0;
+  for (int round = 0; round < 20000; ++round) {
+    std::string query;
+    for (unsigned i = random() % 12; i > 0; --i) query += pieces[random() % std::size(pieces)];
+    try {
+      ParseQuery(query, language);
+      ++parsed;
+    } catch (const QueryError& error) {
+      ASSERT_LE(error.GetOffset(), query.size());
+    }
+  }
+  EXPECT_GT(parsed, 1000);  // or the pieces no longer test the reader
+}
+
+}  // namespace
+}  // namespace vemra::engine
