@@ -285,11 +285,11 @@ DateTime CTavoFileCFG::GetNextUpdateTime() const {
 
 int CTavoFileCFG::UpdateCFGFile(const std::string& cfgPath, const std::string& newFolder) {
   constexpr std::size_t kValueLimit = 260;
-  if (!platform::WriteProfileString(kGeneral, "IndexFolder", newFolder.c_str(), cfgPath)) return 0;
+  if (!platform::WriteProfile(kGeneral, "IndexFolder", newFolder.c_str(), cfgPath)) return 0;
   const auto move = [&](const std::string& section, const char* key, std::string& value) {
     value = platform::ReadProfileString(section, key, "", kValueLimit, cfgPath);
     const std::string moved = MoveToFolder(value, newFolder);
-    return platform::WriteProfileString(section.c_str(), key, moved.c_str(), cfgPath);
+    return platform::WriteProfile(section.c_str(), key, moved.c_str(), cfgPath);
   };
   std::string value;
   for (const char* key : {"INIFile", "IDXFile", "FINFile", "LOGFile", "SFMFile", "LCLFile"}) {

@@ -9,7 +9,8 @@
 namespace vemra {
 namespace {
 
-// The register of the alternative sort fields; stored programs rely on its size.
+// Kept at the size that clients know, one short of the last field number; the storage holds them
+// all.
 constexpr std::int32_t kAltSortBits = 124;
 
 struct Role {
@@ -252,6 +253,7 @@ CTavoFieldList& CTavoFileINI::CheckFields(CTavoFieldList& result, std::string_vi
 
 int CTavoFileINI::ReadFTD(int fileType, const std::string& path, int clearFirst) {
   INIWorker reader(path);
+  const INIWorker::Batch snapshot(reader);  // reads the file once for all its keys
   int found = 0;
   for (POSITION position = GetStartPosition(); position != 0;) {
     CTavoField* field = GetNextField(position);

@@ -87,7 +87,10 @@ class SUPPORT_API CTavoFileINI {
     return field != nullptr && field == GetSpecialField(SpecialField::kGeneral);
   }
   int GetNumOfAltSortFields() const { return altSort_.GetTrueCount(); }
-  int HasAltSort(int fieldno) const { return altSort_.GetAt(fieldno) != 0 ? 1 : 0; }
+  int HasAltSort(int fieldno) const {
+    // Unchecked: the register is one bit short of the last field number.
+    return IsValidFieldno(fieldno) && altSort_[fieldno] != 0 ? 1 : 0;
+  }
 
   // Sets of fields. The list with the "INDEX" lists of its fields added, one level deep.
   CTavoFieldList ExpandFieldList(const CTavoFieldList& list) const;

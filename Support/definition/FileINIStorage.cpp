@@ -20,6 +20,7 @@ int ToPercent(double share) {
 int CTavoFileINI::Load(const char* path) {
   Reset();
   INIWorker reader(path);
+  const INIWorker::Batch snapshot(reader);  // reads the file once for all its keys
   for (int fieldno = 0; fieldno < kMaxFields; ++fieldno) {
     auto field = std::make_unique<CTavoField>();
     if (field->Load(reader, fieldno) != 0) AddField(std::move(field));

@@ -1,0 +1,259 @@
+#include "Support/definition/BitArray.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+#include <vector>
+
+#include "Support/foundation/File.h"
+#include "tests/TempFolder.h"
+
+namespace vemra {
+namespace {
+
+using Bits = std::vector<bool>;
+
+CTavoBitArray Make(const Bits& bits) {
+  CTavoBitArray array(static_cast<std::int32_t>(bits.size()), nullptr);
+  for (std::size_t i = 0; i < bits.size(); ++i) array.SetAt(static_cast<int>(i), bits[i] ? 1 : 0);
+  return array;
+}
+
+Bits BitsOf(const CTavoBitArray& array) {
+  Bits bits(static_cast<std::size_t>(array.GetSize()));
+  for (std::size_t i = 0; i < bits.size(); ++i) bits[i] = array.GetAt(static_cast<int>(i)) != 0;
+  return bits;
+}
+
+Bits RandomBits(std::mt19937& random, std::size_t size) {
+  const unsigned density = 1U << (random() % 8);
+  Bits bits(size);
+  for (std::size_t i = 0; i < size; ++i) bits[i] = random() % density == 0;
+  return bits;
+}
+
+// Every scan against the plain one.
+void ExpectScans(const CTavoFixedBitArray& array, const Bits& bits) {
+  std::int32_t count = 0;
+  std::int32_t last = -1;
+  for (std::int32_t i = 0; i < static_cast<std::int32_t>(bits.size()); ++i) {
+    ASSERT_EQ(array.GetPrevious(i), last) << i;
+    if (!bits[static_cast<std::size_t>(i)]) continue;
+    ASSERT_EQ(array.GetNext(last), i);
+    last = i;
+    ++count;
+  }
+  EXPECT_EQ(array.GetNext(last), -1);
+  EXPECT_EQ(array.GetLast(), last);
+  EXPECT_EQ(array.GetFirst(), array.GetNext(-1));
+  EXPECT_EQ(array.GetTrueCount(), count);
+}
+
+TEST(BitArrayTest, BehavesAsPlainBits) {
+  std::mt19937 random(1);
+  for (int round = 0; round < 3000; ++round) {
+    SCOPED_TRACE(round);
+    Bits bits = RandomBits(random, random() % 150);
+    const Bits other = RandomBits(random, random() % 150);
+    const auto index = static_cast<std::int32_t>(random() % 170);
+    const auto at = static_cast<std::size_t>(index);
+    const std::size_t size = bits.size();
+    CTavoBitArray array = Make(bits);
+    const CTavoBitArray argument = Make(other);
+    const auto either = [&](auto operation) {
+      bits.resize(std::max(size, other.size()));
+      for (std::size_t i = 0; i < bits.size(); ++i) {
+        bits[i] = operation(bool{bits[i]}, i < other.size() && other[i]);
+      }
+    };
+    switch (random() % 12) {
+      case 0:
+        array.SetSize(index);
+        bits.resize(at);
+        break;
+      case 1:
+        array.SetAt(index, argument);
+        bits.resize(std::max(size, at + other.size()));
+        std::copy(other.begin(), other.end(), bits.begin() + index);
+        break;
+      case 2:
+        array.InsertAt(index, argument);
+        bits.resize(std::max(size, at));
+        bits.insert(bits.begin() + index, other.begin(), other.end());
+        break;
+      case 3:
+        array.InsertAt(index, 1);
+        bits.resize(std::max(size, at));
+        bits.insert(bits.begin() + index, true);
+        if (at >= size && bits.size() % 8 == 0) bits.push_back(false);
+        break;
+      case 4:
+        array.RemoveAt(3, static_cast<std::uint32_t>(index));
+        bits.resize(at > size ? 0 : size - at);
+        break;
+      case 5:
+        array.Reverse();
+        bits.flip();
+        break;
+      case 6:
+        array.SetAll();
+        bits.assign(size, true);
+        break;
+      case 7:
+        array |= argument;
+        either([](bool a, bool b) { return a || b; });
+        break;
+      case 8:
+        array &= argument;
+        either([](bool a, bool b) { return a && b; });
+        break;
+      case 9:
+        array -= argument;
+        either([](bool a, bool b) { return a && !b; });
+        break;
+      case 10:
+        array = array - argument;
+        either([](bool a, bool b) { return b && !a; });
+        break;
+      default:
+        // What is cut off must not come back within the same storage.
+        array.SetSize(index / 2);
+        array.SetSize(index);
+        bits.resize(at / 2);
+        bits.resize(at);
+    }
+    ASSERT_EQ(BitsOf(array), bits);
+    ASSERT_NO_FATAL_FAILURE(ExpectScans(array, bits));
+  }
+}
+
+TEST(BitArrayTest, FixedArrayBehavesAsPlainBits) {
+  std::mt19937 random(2);
+  for (int round = 0; round < 30; ++round) {
+    SCOPED_TRACE(round);
+    Bits bits = RandomBits(random, CTavoFixedBitArray::kBits);
+    const Bits other = RandomBits(random, CTavoFixedBitArray::kBits);
+    CTavoFixedBitArray a;
+    CTavoFixedBitArray b;
+    for (std::int32_t i = 0; i < CTavoFixedBitArray::kBits; ++i) {
+      a.SetAt(i, bits[static_cast<std::size_t>(i)] ? 1 : 0);
+      b.SetAt(i, other[static_cast<std::size_t>(i)] ? 1 : 0);
+    }
+    ASSERT_NO_FATAL_FAILURE(ExpectScans(a, bits));
+    const CTavoFixedBitArray difference = a - b;
+    const CTavoFixedBitArray both = a & b;
+    const CTavoFixedBitArray either = a | b;
+    const CTavoFixedBitArray inverted = *!CTavoFixedBitArray(a);
+    for (std::int32_t i = 0; i < CTavoFixedBitArray::kBits; ++i) {
+      const bool x = bits[static_cast<std::size_t>(i)];
+      const bool y = other[static_cast<std::size_t>(i)];
+      ASSERT_EQ(difference.GetAt(i), y && !x) << i;
+      ASSERT_EQ(both.GetAt(i), x && y) << i;
+      ASSERT_EQ(either.GetAt(i), x || y) << i;
+      ASSERT_EQ(inverted.GetAt(i), !x) << i;
+    }
+  }
+}
+
+TEST(BitArrayTest, FixedArrayKeepsWithinItsBlock) {
+  const std::vector<std::uint8_t> ones(4096, 0xFF);
+  CTavoFixedBitArray array;
+  array.MergeBitsAt(ones.data(), 2040, 9);
+  array.SetBitsAt(ones.data(), 2048, 1);
+  array.MergeBitsAt(ones.data(), 0, 0);
+  array.SetAt(CTavoFixedBitArray::kBits, 1);
+  array.SetAt(-1, 1);
+  EXPECT_EQ(array.GetTrueCount(), 0);
+  array.SetAt(16380, Make(Bits(20, true)));
+  EXPECT_EQ(array.GetTrueCount(), 4);
+
+  array.ResetAll();
+  array.SetAt(8, 1);
+  const std::uint8_t source[] = {0x80, 0x01};
+  array.SetAt(16, 1);
+  array.SetAt(17, 1);
+  array.MergeBitsAt(source, 1, 2);
+  EXPECT_EQ(array[8] != 0 && array[15] != 0, true) << "the first byte is merged";
+  EXPECT_EQ(array.GetAt(17), 0) << "the second is replaced";
+
+  const CTavoFixedBitArray without(ones.data(), 2049);
+  EXPECT_EQ(without.GetFirst(), -1);
+  EXPECT_EQ(without[5], 0);
+  EXPECT_EQ(CTavoFixedBitArray(ones.data(), 2000, 48).GetFirst(), 384);
+  EXPECT_EQ(CTavoFixedBitArray(ones.data(), 2000, 49).GetFirst(), -1);
+}
+
+TEST(BitArrayTest, UnusedBitsStayClear) {
+  CTavoBitArray array(13, nullptr);
+  array.SetAll();
+  EXPECT_EQ(array.GetTrueCount(), 13);
+  EXPECT_EQ(array.GetLast(), 12);
+  EXPECT_EQ(array.GetAt(13), 0);
+  EXPECT_EQ(array.GetAt(9), 2) << "the mask, not 1";
+  EXPECT_EQ(CTavoBitArray(3, "\xFF").GetTrueCount(), 3);
+  EXPECT_EQ(CTavoBitArray().GetFirst(), -1);
+  EXPECT_THROW(array.InsertAt(INT32_MAX, 1), std::bad_alloc);
+  EXPECT_EQ(array.GetSize(), 13);
+}
+
+class BitArrayRecordTest : public ::testing::Test {
+ protected:
+  int LoadBytes(const std::string& bytes, CTavoBitArray& array) {
+    test::WriteHostFile(folder_.Host() / "bits", bytes);
+    TavoFile file(folder_.Path("bits"), TavoFile::Access::kRead, TavoFile::Creation::kOpenExisting);
+    return array.Load(&file);
+  }
+  std::string Saved(const CTavoBitArray& array) {
+    TavoFile file(folder_.Path("bits"), TavoFile::Access::kReadWrite,
+                  TavoFile::Creation::kCreateTruncate);
+    EXPECT_EQ(array.Save(&file), 1);
+    file.Close();
+    return test::ReadHostFile(folder_.Host() / "bits");
+  }
+
+  test::TempFolder folder_;
+};
+
+TEST_F(BitArrayRecordTest, RoundTrip) {
+  CTavoBitArray array(13, "\x81\x10");
+  const std::string bytes = Saved(array);
+  EXPECT_EQ(bytes, std::string("\x0D\0\0\0\x02\0\0\0\x81\x10", 10));
+  CTavoBitArray loaded(13, nullptr);
+  ASSERT_EQ(LoadBytes(bytes, loaded), 1);
+  EXPECT_EQ(BitsOf(loaded), BitsOf(array));
+  EXPECT_EQ(loaded.GetTrueCount(), 3);
+  EXPECT_EQ(Saved(CTavoBitArray()), std::string(8, '\0'));
+}
+
+TEST_F(BitArrayRecordTest, DamagedRecordsAreHarmless) {
+  const struct {
+    const char* label;
+    std::string bytes;
+    int loaded;
+  } kRows[] = {
+      {"empty", "", 0},
+      {"short size", "\x0D\x00", 0},
+      {"short length", std::string("\x0D\0\0\0\x02\0", 6), 0},
+      {"short bits", std::string("\x0D\0\0\0\x02\0\0\0\x81", 9), 0},
+      {"huge length", std::string("\x0D\0\0\0\xFF\xFF\xFF\x7F\x81", 9), 0},
+      {"negative length", std::string("\x0D\0\0\0\xFF\xFF\xFF\xFF\x81", 9), 0},
+      {"size beyond the bits", std::string("\xFF\xFF\xFF\x7F\x01\0\0\0\x81", 9), 1},
+  };
+  for (const auto& row : kRows) {
+    SCOPED_TRACE(row.label);
+    CTavoBitArray array(100, nullptr);
+    array.SetAt(99, 1);
+    ASSERT_EQ(LoadBytes(row.bytes, array), row.loaded);
+    if (row.loaded == 0) {
+      EXPECT_EQ(array.GetLast(), 99);
+    } else {
+      array.SetAll();
+      EXPECT_EQ(array.GetAt(1000000), 0);
+      EXPECT_LE(array.GetLast(), 31);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace vemra
