@@ -4,6 +4,8 @@
 #include <cstring>
 #include <system_error>
 
+#include "Support/foundation/LineBlock.h"
+
 namespace vemra {
 namespace {
 
@@ -55,6 +57,7 @@ int CTavoProfileReader::Open(std::FILE* stream) {
   path_.clear();
   stream_ = stream;
   ownsStream_ = 0;
+  block_.reset();
   return IsOpen();
 }
 
@@ -81,6 +84,8 @@ int CTavoProfileReader::Attach(TavoFile& file) {
   if (stream == nullptr) return 0;
   stream_ = stream;
   ownsStream_ = 1;
+  std::setvbuf(stream, nullptr, _IONBF, 0);  // the block is the buffer
+  block_ = std::make_unique<LineBlock>();
   return 1;
 }
 
@@ -89,23 +94,33 @@ void CTavoProfileReader::Close() {
   Open(static_cast<std::FILE*>(nullptr));
 }
 
+int CTavoProfileReader::FillBuffer() {
+  if (block_ != nullptr) return block_->Next(stream_, line_.get(), kLineSize, &lineLength_);
+  // The caller's stream must not be read ahead. Once its end was seen, it stays at its end even if
+  // the file grows.
+  if (std::feof(stream_) || std::fgets(line_.get(), kLineSize, stream_) == nullptr) return 0;
+  lineLength_ = TrimLineEnd(line_.get(), std::strlen(line_.get()));
+  return 1;
+}
+
+int CTavoProfileReader::ReadPhysicalLine() {
+  if (!FillBuffer()) {
+    GotoNextLine();
+    return 0;
+  }
+  ++lineNumber_;
+  position_ = 0;
+  line_[lineLength_] = '\0';
+  return 1;
+}
+
 int CTavoProfileReader::ReadNextLine() {
   if (stream_ == nullptr) return 0;
-  char* const line = line_.get();
-  while (line[position_] == '\0' || line[position_] == ';') {
-    position_ = 0;
-    // A file that grows after its end was seen stays at its end.
-    if (std::feof(stream_) || std::fgets(line, kLineSize, stream_) == nullptr) {
-      line[0] = '\0';
-      return 0;
-    }
-    ++lineNumber_;
-    position_ = static_cast<std::uint32_t>(SkipSpaces(line) - line);
+  while (line_[position_] == '\0' || line_[position_] == ';') {
+    if (!ReadPhysicalLine()) return 0;
+    position_ = static_cast<std::uint32_t>(SkipSpaces(line_.get()) - line_.get());
   }
   position_ = lineStart_ = 0;
-  std::size_t length = std::strlen(line);
-  while (length > 0 && (line[length - 1] == '\n' || line[length - 1] == '\r')) --length;
-  line[length] = '\0';
   return 1;
 }
 
@@ -165,19 +180,21 @@ int CTavoProfileReader::ReadInt(const std::string& key, std::int32_t& value) {
 int CTavoProfileReader::ReadString(const std::string& key, std::string& value) {
   if (!ReadNextLine()) return 0;
   if (!MatchKey(key)) return FailAndReset();
-  value = &line_[position_];
+  value.assign(&line_[position_], lineLength_ - position_);
   GotoNextLine();
   return 1;
 }
 
 int CTavoProfileReader::ReadLine(std::string& text, int wholeLine) {
   if (!ReadNextLine()) return 0;
-  text = &line_[wholeLine ? 0 : position_];
+  const std::size_t start = wholeLine ? 0 : position_;
+  text.assign(&line_[start], lineLength_ - start);
   return 1;
 }
 
 void CTavoProfileReader::GotoNextLine() {
   position_ = 0;
+  lineLength_ = 0;
   line_[0] = '\0';
 }
 

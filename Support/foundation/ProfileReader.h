@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <memory>
@@ -9,6 +10,8 @@
 #include "Support/foundation/File.h"
 
 namespace vemra {
+
+class LineBlock;
 
 // Reads a sectioned text file (a profile) line by line, with one line of look-ahead: an operation
 // that does not find what it was asked for leaves the line pending, so that the caller can ask for
@@ -35,7 +38,8 @@ class SUPPORT_API CTavoProfileReader {
 
   // Opening an open reader neither closes the old stream nor drops a pending line: close first.
 
-  // Reads from the caller's stream, which stays open; 0 when it is null.
+  // Reads from the caller's stream, which stays open and is never read beyond the line in hand.
+  // 0 when it is null.
   int Open(std::FILE* stream);
   // Path in the Windows form; 0 when the file cannot be opened for reading.
   int Open(const std::string& path);
@@ -78,6 +82,8 @@ class SUPPORT_API CTavoProfileReader {
 
   int MatchKey(const std::string& key);
   int Attach(TavoFile& file);
+  int FillBuffer();
+  int ReadPhysicalLine();
 
   std::FILE* stream_ = nullptr;
   int ownsStream_ = 0;  // 1 when the reader made the stream itself
@@ -86,6 +92,8 @@ class SUPPORT_API CTavoProfileReader {
   std::uint32_t lineStart_ = 0;   // where a failed match goes back to
   std::uint32_t lineNumber_ = 0;  // physical lines read; for debugging only
   std::string path_;
+  std::size_t lineLength_ = 0;
+  std::unique_ptr<LineBlock> block_;  // for a stream that the reader made itself
 };
 
 }  // namespace vemra
