@@ -22,6 +22,9 @@ write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/SupportConfigVersio
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/SupportConfig.cmake
   ${CMAKE_CURRENT_BINARY_DIR}/SupportConfigVersion.cmake DESTINATION ${SUPPORT_CMAKE_DIR})
 
+# Relative to where the file lies, so that an installed tree can be moved.
+file(RELATIVE_PATH SUPPORT_PC_TO_PREFIX
+  /prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig /prefix)
 configure_file(${PROJECT_SOURCE_DIR}/cmake/support.pc.in ${CMAKE_CURRENT_BINARY_DIR}/support.pc
   @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/support.pc
