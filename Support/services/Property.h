@@ -123,7 +123,7 @@ class SUPPORT_API TavoProperty {
   void CopyValue(const TavoProperty& other);
 
   // By group, then order; nothing else plays a part.
-  bool operator==(const TavoProperty& other) const { return (*this <=> other) == 0; }
+  bool operator==(const TavoProperty& other) const { return std::is_eq(*this <=> other); }
   std::strong_ordering operator<=>(const TavoProperty& other) const;
 
  private:

@@ -31,7 +31,7 @@ class SUPPORT_API TavoTHWrapper : public TavoPropertyArray {
   TavoTHWrapper(const TavoTHWrapper&) = delete;
   TavoTHWrapper& operator=(const TavoTHWrapper&) = delete;
   // Deletes the parsers that have not been given back.
-  virtual ~TavoTHWrapper();
+  ~TavoTHWrapper() override;
 
   // A new parser for one purpose, owned by the wrapper until it is given back; null when the file
   // type has none, which is the default. The sink and the request are loans for the parser's life.
