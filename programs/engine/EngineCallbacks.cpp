@@ -1,6 +1,7 @@
 #include "programs/engine/EngineCallbacks.h"
 
 #include <cstdint>
+#include <cstdlib>
 #include <utility>
 
 #include "programs/engine/IndexWriter.h"
@@ -23,17 +24,24 @@ Current& GetCurrent() {
   return current;
 }
 
+// A table that outlived its object is a fault of the program.
+IndexWriter& GetWriter() {
+  IndexWriter* writer = GetCurrent().writer;
+  if (writer == nullptr) std::abort();
+  return *writer;
+}
+
 void AddMessage(const char* text, unsigned long level) {
   GetCurrent().onMessage(text, level);
 }
 
 std::uint32_t BeginText(unsigned short) {
-  return GetCurrent().writer->BeginText();
+  return GetWriter().BeginText();
 }
 
 void AddWord(const char* word, int field, std::uint32_t flags, std::uint32_t textno, int part) {
   if ((flags & kSectionWord) == 0 || textno == kNoText) return;
-  IndexWriter& writer = *GetCurrent().writer;
+  IndexWriter& writer = GetWriter();
   if (part == 0) {
     writer.AddWord(field, word);
   } else {
@@ -42,7 +50,7 @@ void AddWord(const char* word, int field, std::uint32_t flags, std::uint32_t tex
 }
 
 void AddTitle(const char* text, int n, std::uint32_t) {
-  GetCurrent().writer->SetTitle({text, static_cast<std::size_t>(n)});
+  GetWriter().SetTitle({text, static_cast<std::size_t>(n)});
 }
 
 std::uint32_t RefuseEntry(unsigned char*) {
@@ -51,16 +59,16 @@ std::uint32_t RefuseEntry(unsigned char*) {
 
 // A new paragraph begins a sentence too.
 void StartParagraph() {
-  GetCurrent().writer->CountParagraph();
-  GetCurrent().writer->CountSentence();
+  GetWriter().CountParagraph();
+  GetWriter().CountSentence();
 }
 
 void StartSentence() {
-  GetCurrent().writer->CountSentence();
+  GetWriter().CountSentence();
 }
 
 void AddSortKey(std::uint32_t, const char* key) {
-  GetCurrent().writer->SetSortKey(key);
+  GetWriter().SetSortKey(key);
 }
 
 }  // namespace

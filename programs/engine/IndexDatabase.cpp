@@ -10,7 +10,7 @@ namespace vemra::engine {
 namespace {
 
 std::string ExistingHostPath(const std::string& path) {
-  const std::string hostPath = ToHostPath(path);
+  std::string hostPath = ToHostPath(path);
   if (hostPath.empty()) {
     throw EngineError(Fault::kMissing, path + ": is on no drive of this computer");
   }

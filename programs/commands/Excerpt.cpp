@@ -1,0 +1,70 @@
+#include "programs/commands/Excerpt.h"
+
+#include "Support/foundation/Strings.h"
+#include "Support/text/HighlightWrapper.h"
+#include "Support/text/ParseFile.h"
+#include "programs/engine/HitSearch.h"
+#include "programs/formats/MarkedSection.h"
+
+namespace vemra::commands {
+namespace {
+
+// Control characters cannot come from a document: its parser makes blanks of them.
+constexpr char kOpening = 1;
+constexpr char kClosing = 2;
+
+class PieceStyle : public HitStyle {
+ public:
+  void AppendOpening(int, std::string& out) const override { out += kOpening; }
+  void AppendClosing(int, std::string& out) const override { out += kClosing; }
+  void AppendText(std::string_view text, std::string& out) const override { out += text; }
+  void AppendEnd(int, std::string&) const override {}
+};
+
+std::string OnOneLine(const std::string& text) {
+  std::string line;
+  SmartStrncopy(line, text, static_cast<int>(text.size()));
+  const std::size_t begin = line.find_first_not_of(' ');
+  if (begin == std::string::npos) return {};
+  return line.substr(begin, line.find_last_not_of(' ') - begin + 1);
+}
+
+}  // namespace
+
+std::string MakeExcerpt(FormatWrapper& wrapper, const engine::TextRecord& text,
+                        std::vector<engine::Hit> hits, const HitStyle& style) {
+  engine::HitSearch search(std::move(hits));
+  TavoHighlightWrapper highlight(TavoHighlightWrapper::kAroundFirstHit, &search, kExcerptWords,
+                                 wrapper.GetLangPack());
+  TavoParseFile* parser = wrapper.GetHighlightParser(&highlight);
+  if (parser == nullptr) return {};
+  search.SetParser(parser);
+  const bool parsed = parser->ParseFile(text.path) != 0;
+  wrapper.FreeHighlightParser(parser);
+  if (!parsed) return {};
+  MarkedSection summary(*highlight.GetSummary(), style);
+  summary.MarkContents();
+  return wrapper.GetCodePage().ToUtf8(OnOneLine(summary.GetMarkedContents()));
+}
+
+std::vector<ExcerptPiece> MakeExcerptPieces(FormatWrapper& wrapper, const engine::TextRecord& text,
+                                            std::vector<engine::Hit> hits) {
+  std::vector<ExcerptPiece> pieces;
+  ExcerptPiece piece;
+  for (const char c : MakeExcerpt(wrapper, text, std::move(hits), PieceStyle()) + kClosing) {
+    if (c != kOpening && c != kClosing) {
+      piece.text += c;
+      continue;
+    }
+    if (!piece.text.empty()) pieces.push_back(std::move(piece));
+    piece = {std::string(), c == kOpening};
+  }
+  return pieces;
+}
+
+std::string TitleOf(const engine::TextRecord& text, const CodePage& codePage) {
+  if (!text.title.empty()) return codePage.ToUtf8(text.title);
+  return text.path.substr(text.path.rfind('\\') + 1);
+}
+
+}  // namespace vemra::commands

@@ -1,0 +1,14 @@
+#pragma once
+
+namespace vemra::commands {
+
+// What the program's exit codes mean. Scripts rely on them.
+enum ExitCode {
+  kDone = 0,          // found, or done
+  kNothingFound = 1,  // nothing found, or stopped before the end
+  kUsage = 2,         // the command line, the query, or the configuration is wrong
+  kLocked = 3,        // another process is writing the index
+  kDamaged = 4,       // the index is damaged
+};
+
+}  // namespace vemra::commands

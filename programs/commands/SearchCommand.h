@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+
+#include "programs/commands/Console.h"
+
+namespace CLI {
+class App;
+}
+
+namespace vemra::commands {
+
+// vemra search: prints the texts that match a query, best first.
+struct SearchOptions {
+  std::string definition;
+  std::string query;
+  int count = 10;
+  bool json = false;
+};
+
+void AddSearchCommand(CLI::App& program, Console& console, int& exitCode);
+int RunSearch(const SearchOptions& options, Console& console);
+
+}  // namespace vemra::commands

@@ -1,0 +1,298 @@
+#include "programs/commands/Program.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+#include "Support/definition/FileDict.h"
+#include "programs/commands/ExitCode.h"
+#include "programs/engine/EngineError.h"
+#include "programs/engine/IndexWriter.h"
+#include "programs/engine/Search.h"
+#include "tests/TempFolder.h"
+
+namespace vemra::commands {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using Json = nlohmann::json;
+
+struct Outcome {
+  int exitCode;
+  std::string out;
+  std::string err;
+};
+
+// A database under construction in a folder of its own, with a registry of its own.
+class ProgramTest : public ::testing::Test {
+ protected:
+  ProgramTest() { setenv("VEMRA_REGISTRY", (folder_.Host() / "registry.db").c_str(), 1); }
+
+  std::string File(const std::string& name) const { return (folder_.Host() / name).string(); }
+
+  void AddDocument(const std::string& name, const std::string& text) const {
+    std::filesystem::create_directories((folder_.Host() / "docs" / name).parent_path());
+    test::WriteHostFile(folder_.Host() / "docs" / name, text);
+  }
+
+  static Outcome Vemra(std::vector<std::string> arguments) {
+    std::ostringstream out;
+    std::ostringstream err;
+    Console console{out, err};
+    const int exitCode = RunProgram(std::move(arguments), console);
+    return {exitCode, out.str(), err.str()};
+  }
+
+  void CreateAndIndex(const std::vector<std::string>& more = {}) const {
+    std::vector<std::string> arguments{"create", File("db.cfg"), "--folder", File("docs")};
+    arguments.insert(arguments.end(), more.begin(), more.end());
+    const Outcome created = Vemra(arguments);
+    ASSERT_EQ(created.exitCode, kDone) << created.err;
+    const Outcome indexed = Vemra({"index", File("db.cfg")});
+    ASSERT_EQ(indexed.exitCode, kDone) << indexed.err;
+  }
+
+  // The names of the documents that a query finds, best first.
+  std::vector<std::string> Find(const std::string& query) const {
+    const Outcome run = Vemra({"search", File("db.cfg"), query, "--json"});
+    std::vector<std::string> names;
+    const Json answer = Json::parse(run.out);
+    for (const Json& hit : answer["hits"]) {
+      names.push_back(std::filesystem::path(hit["path"].get<std::string>()).filename());
+    }
+    EXPECT_EQ(run.exitCode, names.empty() ? kNothingFound : kDone) << run.err;
+    return names;
+  }
+
+  test::TempFolder folder_;
+};
+
+constexpr const char* kPage =
+    "<html><head><title>Cats &amp; mice</title><meta name=\"author\" content=\"Ann Smith\">"
+    "</head><body><h1>Caf\xc3\xa9</h1><p>A well-known cat. <img alt=\"sleeping tom\"> "
+    "<a href=\"x\">more</a></body></html>";
+
+TEST_F(ProgramTest, FindsByFieldsPhrasesAndPatterns) {
+  AddDocument("page.html", kPage);
+  AddDocument("dog.txt", "The dog knows no cat.\n\nKnown well, the dog sleeps.");
+  AddDocument("sub/latin.txt", "Ein Caf\xe9 und eine Katze");
+  CreateAndIndex();
+  EXPECT_THAT(Find("cat"), ::testing::UnorderedElementsAre("page.html", "dog.txt"));
+  EXPECT_THAT(Find("cat NOT dog"), ElementsAre("page.html"));
+  EXPECT_THAT(Find("well-known"), ElementsAre("page.html"));
+  EXPECT_THAT(Find("\"the dog\" sleep*"), ElementsAre("dog.txt"));
+  EXPECT_THAT(Find("\"well known\""), ElementsAre());
+  EXPECT_THAT(Find("CAF\xc3\x89 Katze OR Title: mice;"),
+              ::testing::UnorderedElementsAre("latin.txt", "page.html"));
+  EXPECT_THAT(Find("Title: cat*;"), ElementsAre("page.html"));
+  EXPECT_THAT(Find("Title: cat;"), ElementsAre());
+  EXPECT_THAT(Find("Author: smith; Image text: tom; Heading: caf\xc3\xa9; Link: more;"),
+              ElementsAre("page.html"));
+  EXPECT_THAT(Find("smith"), ElementsAre("page.html"));  // the general field holds every field
+}
+
+TEST_F(ProgramTest, PrintsResults) {
+  AddDocument("cats.html", "<title>Cats</title><p>one <b>two</b> Caf\xe9 three</p>");
+  AddDocument("plain.txt", "three dogs");
+  CreateAndIndex();
+  Outcome run = Vemra({"search", File("db.cfg"), "caf\xc3\xa9"});
+  EXPECT_EQ(run.out, "1 text\n\n1. Cats  (text 1)\n   " + File("docs/cats.html") +
+                         "\n   Cats one two [1]Caf\xc3\xa9 three\n");
+  run = Vemra({"search", File("db.cfg"), "three", "--count", "1", "--json"});
+  const Json answer = Json::parse(run.out);
+  EXPECT_EQ(answer["total"], 2);
+  ASSERT_EQ(answer["hits"].size(), 1U);
+  EXPECT_EQ(answer["hits"][0]["title"], "plain.txt");
+  EXPECT_EQ(answer["hits"][0]["summary"].dump(),
+            R"([{"hit":true,"text":"three"},{"hit":false,"text":" dogs"}])");
+  run = Vemra({"show", File("db.cfg"), "2", "--query", "dogs OR three"});
+  EXPECT_EQ(run.out, "[1]three [2]dogs\n");
+  run = Vemra({"show", File("db.cfg"), "2", "--query", "dogs", "--html"});
+  EXPECT_THAT(run.out, HasSubstr("three <mark id=\"hit1\">dogs<"));
+}
+
+TEST_F(ProgramTest, SkipsWhatItCannotReadAndNumbersTheRest) {
+  AddDocument("a.txt", "first");
+  AddDocument("b.txt", "gone");
+  AddDocument("c.txt", "last");
+  std::filesystem::remove(File("docs/b.txt"));
+  std::filesystem::create_symlink(File("nowhere"), File("docs/b.txt"));
+  ASSERT_EQ(Vemra({"create", File("db.cfg"), "--folder", File("docs")}).exitCode, kDone);
+  const Outcome run = Vemra({"index", File("db.cfg")});
+  EXPECT_EQ(run.exitCode, kDone);
+  EXPECT_THAT(run.out, HasSubstr("2 files, "));
+  EXPECT_THAT(run.out, HasSubstr("\n2 words, 2 sentences, 2 paragraphs\n9 bytes"));
+  // The folder's order is the system's; text and record agree in any.
+  CTavoFileDict dictionary;
+  dictionary.Open(folder_.Path("db.fin"));
+  for (const int number : {1, 2}) {
+    std::string name;
+    EXPECT_EQ(dictionary.GetFileName(number, name), 1);
+    const std::string word = name.ends_with("\\a.txt") ? "first" : "last";
+    const Outcome found = Vemra({"search", File("db.cfg"), word});
+    EXPECT_THAT(found.out, HasSubstr("(text " + std::to_string(number) + ")")) << name;
+  }
+}
+
+TEST_F(ProgramTest, IndexesAnewWhatHasChanged) {
+  AddDocument("a.txt", "old");
+  CreateAndIndex();
+  AddDocument("a.txt", "new");
+  ASSERT_EQ(Vemra({"index", File("db.cfg")}).exitCode, kDone);
+  EXPECT_THAT(Find("old"), ElementsAre());
+  EXPECT_THAT(Find("new"), ElementsAre("a.txt"));
+}
+
+TEST_F(ProgramTest, TakesFiltersByFormatAndLeavesSubfoldersOut) {
+  AddDocument("README.txt", "cat");
+  AddDocument("notes.md", "cat");
+  AddDocument("page.htm", "cat");
+  AddDocument("page.html", "cat");
+  AddDocument("sub/notes.md", "cat");
+  CreateAndIndex({"--filter", "*.md;*.HTM", "--no-subfolders"});
+  EXPECT_THAT(Find("cat"), ::testing::UnorderedElementsAre("notes.md", "page.htm"));
+}
+
+TEST_F(ProgramTest, SaysWhatIsWrong) {
+  AddDocument("a.txt", "cat");
+  struct Row {
+    const char* label;
+    std::vector<std::string> arguments;
+    int exitCode;
+    std::string message;
+  };
+  const std::string db = File("db.cfg");
+  const auto check = [](const std::vector<Row>& rows) {
+    for (const Row& row : rows) {
+      SCOPED_TRACE(row.label);
+      const Outcome run = Vemra(row.arguments);
+      EXPECT_EQ(run.exitCode, row.exitCode);
+      EXPECT_THAT(run.err, HasSubstr(row.message));
+    }
+  };
+  check({
+      {"no command", {}, kUsage, "subcommand"},
+      {"no such option", {"search", db, "x", "--frob"}, kUsage, "--frob"},
+      {"no database", {"search", db, "x"}, kUsage, db + ": there is no such database"},
+      {"no folder", {"create", db, "--folder", File("no")}, kUsage, "there is no such folder"},
+      {"no cfg", {"create", File("db.txt"), "--folder", "/"}, kUsage, "ends in .cfg"},
+      {"no language",
+       {"create", db, "--folder", "/", "--language", "Klingon"},
+       kUsage,
+       "no language is named Klingon; there are: Default"},
+  });
+  ASSERT_EQ(Vemra({"create", db, "--folder", File("docs"), "--language", "Default"}).exitCode,
+            kDone);
+  check({
+      {"exists", {"create", db, "--folder", "/"}, kUsage, db + ": exists"},
+      {"not indexed", {"search", db, "x"}, kUsage, "db.vix"},
+  });
+  ASSERT_EQ(Vemra({"index", db}).exitCode, kDone);
+  check({
+      {"bad query", {"search", db, "cat \xc3\xa9t\xc3\xa9 (dog"}, kUsage, "\xa9 (dog\n          ^"},
+      {"no text", {"show", db, "2"}, kNothingFound, "the index holds 1"},
+  });
+  {
+    CTavoFieldList fields;
+    fields.Set(0);
+    engine::IndexWriter writer(folder_.Path("db.vix"), fields);
+    check({{"locked", {"index", db}, kLocked, "being written"}});
+  }
+  const std::string definition = test::ReadHostFile(db);
+  std::string bad = definition;
+  bad.replace(bad.find("Format=Text"), 11, "Format=Word");
+  test::WriteHostFile(db, bad);
+  const auto line = std::count(bad.begin(), bad.begin() + bad.find("Format=Word"), '\n') + 1;
+  check({{"bad format", {"index", db}, kUsage, db + ":" + std::to_string(line) + ": "}});
+  test::WriteHostFile(db, definition);
+  test::WriteHostFile(File("db.vix"), std::string(9000, 'x'));
+  check({{"damaged", {"search", db, "cat"}, kDamaged, "db.vix"},
+         {"damaged", {"index", db}, kDamaged, "db.vix"}});
+}
+
+TEST_F(ProgramTest, SaysWhenAPatternStandsForTooManyWords) {
+  std::string text;
+  for (int i = 0; i < 300; ++i) text += "w" + std::to_string(i) + ' ';
+  AddDocument("a.txt", text);
+  CreateAndIndex();
+  const Outcome run = Vemra({"search", File("db.cfg"), "w*"});
+  EXPECT_EQ(run.exitCode, kDone);
+  EXPECT_THAT(run.err, HasSubstr("w* stands for more than 200 words"));
+}
+
+// Every text of the index is found by a word that stands in all of them, and shown as it is.
+void ExpectWholeTexts(const std::string& path) {
+  engine::IndexDatabase index(path);
+  const std::int64_t texts = index.CountTexts();
+  CTavoFieldList general;
+  general.Set(0);
+  for (const char* word : {"first", "last"}) {
+    engine::QueryNode query;
+    query.columns = general;
+    query.terms.push_back({word, false, {word}});
+    EXPECT_EQ(engine::Search(index, query).Find(0, engine::FieldWeights()).total, texts);
+  }
+  EXPECT_EQ(index.GetConnection().QueryNumber("SELECT max(number) FROM texts"), texts);
+  engine::Statement check(index.GetConnection(), "PRAGMA integrity_check");
+  ASSERT_TRUE(check.Step());
+  EXPECT_EQ(check.Bytes(0), "ok");
+}
+
+std::int64_t TextsNow(const std::string& path) try {
+  return engine::IndexDatabase(path).CountTexts();
+} catch (const engine::EngineError&) {
+  return 0;
+}
+
+// Ends an indexing process with a signal as soon as its first batch is stored.
+int StopIndexing(const std::string& definition, const std::string& path, std::int64_t textsBefore,
+                 int signal) {
+  const pid_t child = fork();
+  if (child == 0) {
+    std::freopen("/dev/null", "w", stdout);
+    execl(VEMRA_PROGRAM, "vemra", "index", definition.c_str(), nullptr);
+    _exit(127);
+  }
+  int status = 0;
+  while (waitpid(child, &status, WNOHANG) == 0) {
+    const std::int64_t texts = TextsNow(path);
+    if (texts == 0 || texts == textsBefore) continue;
+    kill(child, signal);
+    waitpid(child, &status, 0);
+    break;
+  }
+  return status;
+}
+
+TEST_F(ProgramTest, LeavesWholeTextsWhenItIsEnded) {
+  constexpr int kDocuments = 9000;  // more than two batches
+  for (int i = 0; i < kDocuments; ++i) {
+    AddDocument(std::to_string(i) + ".txt", "first " + std::to_string(i) + " middle last");
+  }
+  const std::string db = File("db.cfg");
+  const std::string index = folder_.Path("db.vix");
+  ASSERT_EQ(Vemra({"create", db, "--folder", File("docs")}).exitCode, kDone);
+  int status = StopIndexing(db, index, 0, SIGKILL);
+  EXPECT_TRUE(WIFSIGNALED(status)) << "it was done before it could be ended";
+  ExpectWholeTexts(index);
+  EXPECT_LT(TextsNow(index), kDocuments);
+
+  status = StopIndexing(db, index, TextsNow(index), SIGINT);
+  ASSERT_TRUE(WIFEXITED(status));
+  ExpectWholeTexts(index);
+
+  ASSERT_EQ(Vemra({"index", db}).exitCode, kDone);
+  EXPECT_EQ(TextsNow(index), kDocuments);
+  StopIndexing(db, index, kDocuments, SIGKILL);
+  ExpectWholeTexts(index);
+}
+
+}  // namespace
+}  // namespace vemra::commands
