@@ -1,0 +1,83 @@
+#include "programs/formats/ElementPath.h"
+
+#include <algorithm>
+
+namespace vemra {
+
+namespace {
+
+constexpr std::uint16_t kTableParts = kGroupTable | kGroupRowGroup | kGroupRow | kGroupCell;
+
+// What an end tag does not reach out of.
+std::uint16_t ReachOfEndTag(const HtmlElement& element) {
+  if ((element.group & kTableParts) != 0) return kGroupTable | kGroupContainer;
+  const std::uint16_t reach = kGroupTable | kGroupCell | kGroupContainer;
+  return (element.group & kGroupItem) != 0 ? reach | kGroupList : reach;
+}
+
+std::uint32_t HashName(std::string_view name) {
+  std::uint32_t hash = 2166136261U;  // FNV-1a
+  for (const char c : name) hash = (hash ^ static_cast<unsigned char>(c)) * 16777619U;
+  return hash;
+}
+
+}  // namespace
+
+void ElementPath::Clear() {
+  open_.clear();
+  text_.clear();
+}
+
+void ElementPath::EndImplied(const HtmlElement& element) {
+  if (element.closes == kNoGroup) return;
+  std::size_t keep = open_.size();
+  for (std::size_t i = open_.size(); i-- > 0;) {
+    const std::uint16_t group = open_[i].element->group;
+    if ((group & element.closes) != 0) keep = i;
+    if ((group & element.within) != 0) break;
+  }
+  CutTo(keep);
+}
+
+bool ElementPath::Open(const HtmlElement& element, std::string_view name) {
+  if (open_.size() >= kMaxDepth) return false;
+  const bool verbatim = IsVerbatim() || element.content == HtmlContent::kVerbatim;
+  const auto start = static_cast<std::uint32_t>(text_.size());
+  if (open_.size() < kMaxNamed) text_.append(1, '<').append(name).append(1, '>');
+  open_.push_back({&element, HashName(name), start, verbatim});
+  return true;
+}
+
+void ElementPath::Close(const HtmlElement& element, std::string_view name) {
+  const std::uint16_t reach = ReachOfEndTag(element);
+  const std::uint32_t hash = HashName(name);
+  for (std::size_t i = open_.size(); i-- > 0;) {
+    if (open_[i].element == &element && open_[i].hash == hash) {
+      return element.boundary == HtmlBoundary::kInline ? Remove(i) : CutTo(i);
+    }
+    if ((open_[i].element->group & reach) != 0) return;
+  }
+}
+
+bool ElementPath::IsOpen(const HtmlElement& element) const {
+  return std::any_of(open_.begin(), open_.end(),
+                     [&](const Entry& entry) { return entry.element == &element; });
+}
+
+void ElementPath::CutTo(std::size_t depth) {
+  if (depth >= open_.size()) return;
+  text_.resize(open_[depth].start);
+  open_.resize(depth);
+}
+
+void ElementPath::Remove(std::size_t index) {
+  const std::size_t next = index + 1;
+  const std::uint32_t start = open_[index].start;
+  const auto end =
+      next < open_.size() ? open_[next].start : static_cast<std::uint32_t>(text_.size());
+  text_.erase(start, end - start);
+  open_.erase(open_.begin() + static_cast<std::ptrdiff_t>(index));
+  for (std::size_t i = index; i < open_.size(); ++i) open_[i].start -= end - start;
+}
+
+}  // namespace vemra

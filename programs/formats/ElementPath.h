@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "programs/formats/HtmlElement.h"
+
+namespace vemra {
+
+// The elements that are open at a place of a page, and their path "<html><body><p>", by which the
+// field definitions are asked. Tags may be missing, crossed or unmatched. Memory is bounded: the
+// path names the outermost kMaxNamed elements, and beyond kMaxDepth none is opened.
+class ElementPath {
+ public:
+  static constexpr std::size_t kMaxNamed = 100;
+  static constexpr std::size_t kMaxDepth = 512;
+
+  const std::string& GetText() const { return text_; }
+  void Clear();
+
+  // Ends the elements that a start tag of this element ends by being there.
+  void EndImplied(const HtmlElement& element);
+  // name is that of the tag, which for an unknown element is not in element. Returns whether the
+  // element has been opened.
+  bool Open(const HtmlElement& element, std::string_view name);
+  // Ends the nearest open element of that name, with those inside it; of an inline element only
+  // itself, so that crossed tags end what they name. Does nothing when there is none in reach: end
+  // tags do not reach out of a table cell, list or object.
+  void Close(const HtmlElement& element, std::string_view name);
+  void CloseLast() { CutTo(open_.size() - 1); }
+
+  bool IsOpen(const HtmlElement& element) const;
+  // Whether white space is kept here.
+  bool IsVerbatim() const { return !open_.empty() && open_.back().verbatim; }
+
+ private:
+  struct Entry {
+    const HtmlElement* element;
+    std::uint32_t hash;   // of the name, which tells unknown elements apart
+    std::uint32_t start;  // of its part of the text
+    bool verbatim;
+  };
+
+  void CutTo(std::size_t depth);
+  void Remove(std::size_t index);
+
+  std::vector<Entry> open_;
+  std::string text_;
+};
+
+}  // namespace vemra

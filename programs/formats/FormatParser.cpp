@@ -1,0 +1,58 @@
+#include "programs/formats/FormatParser.h"
+
+#include <climits>
+#include <utility>
+
+#include "Support/text/Output.h"
+#include "programs/formats/WhiteSpace.h"
+
+namespace vemra {
+
+namespace {
+
+void Consume(TavoInput& input, std::size_t n) {
+  for (; n > INT_MAX; n -= INT_MAX) input.MoveOn(INT_MAX);
+  input.MoveOn(static_cast<int>(n));
+}
+
+}  // namespace
+
+// Only text that was pushed in front of the given text makes two pieces.
+RestOfInput::RestOfInput(TavoInput& input) : unread_(input), text_(unread_.GetUnread()) {
+  Consume(input, text_.size());
+  if (input.AtEOF()) return;
+  const std::string_view given = input.GetUnread();
+  joined_.append(text_).append(given);
+  Consume(input, given.size());
+  text_ = joined_;
+}
+
+FormatParser::FormatParser(TavoTHWrapper* wrapper, const CodePage& codePage)
+    : TavoParseFile(wrapper), codePage_(codePage) {}
+
+int FormatParser::ParseFile(const std::string& path) {
+  std::string bytes;
+  return ReadDocument(path, bytes) ? ParseDocument(std::move(bytes)) : 0;
+}
+
+int FormatParser::ParseDocument(std::string bytes) {
+  const std::unique_ptr<TavoInput> input = CreateInput();
+  input->SetString(DecodeDocument(std::move(bytes), GetDeclaration(), codePage_));
+  return Parse(input.get());
+}
+
+void FormatParser::Deliver(std::string_view text) {
+  while (!text.empty()) {
+    const std::size_t length = FindCut(text, kMaxRun);
+    run_ = text.substr(0, length);
+    BlankControls(run_);
+    OnContents(run_);
+    text.remove_prefix(length);
+  }
+}
+
+void FormatParser::WriteLayout(std::string_view text) {
+  if (!text.empty() && IsWrite()) GetOutput()->Write(std::string(text));
+}
+
+}  // namespace vemra

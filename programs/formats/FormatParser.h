@@ -1,0 +1,61 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "Support/text/Input.h"
+#include "Support/text/ParseFile.h"
+#include "programs/formats/CodePage.h"
+#include "programs/formats/DocumentEncoding.h"
+
+namespace vemra {
+
+// All that an input has not read yet, as one text, taken from it without copying when it is in one
+// piece.
+class RestOfInput {
+ public:
+  explicit RestOfInput(TavoInput& input);
+  RestOfInput(const RestOfInput&) = delete;
+  RestOfInput& operator=(const RestOfInput&) = delete;
+
+  std::string_view GetText() const { return text_; }  // valid as long as this object
+
+ private:
+  TavoInput unread_;  // a copy that stays where input was, so that the text stays valid
+  std::string joined_;
+  std::string_view text_;
+};
+
+// What the document formats share: reading a document in whatever encoding it has, and handing over
+// text in runs of bounded length. The Parse operations take text in the database's code page.
+class FormatParser : public TavoParseFile {
+ public:
+  // The most bytes of a run; longer text is cut after white space, and within a word only when
+  // that alone is longer.
+  static constexpr std::size_t kMaxRun = 64 * 1024;
+
+  // Both are loans for the life of the parser.
+  FormatParser(TavoTHWrapper* wrapper, const CodePage& codePage);
+
+  // path in the Windows form; any bytes, NUL included. 0 when the file cannot be read in full.
+  int ParseFile(const std::string& path) override;
+  // A document in memory, as it is in its file.
+  int ParseDocument(std::string bytes);
+
+ protected:
+  // Where the format may declare its encoding.
+  virtual Declaration GetDeclaration() const = 0;
+
+  const CodePage& GetCodePage() const { return codePage_; }
+  // Hands over text with the current field list, control characters made blanks.
+  void Deliver(std::string_view text);
+  // Text that is not the document's, such as the line ends between blocks: goes to the output when
+  // text is written.
+  void WriteLayout(std::string_view text);
+
+ private:
+  const CodePage& codePage_;
+  std::string run_;  // kept for its capacity
+};
+
+}  // namespace vemra

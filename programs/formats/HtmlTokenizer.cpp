@@ -1,0 +1,186 @@
+#include "programs/formats/HtmlTokenizer.h"
+
+#include <algorithm>
+
+#include "programs/formats/WhiteSpace.h"
+
+namespace vemra {
+
+namespace {
+
+std::size_t PastLast(std::string_view text, char c) {
+  const std::size_t last = text.rfind(c);
+  return last == std::string_view::npos ? 0 : last + 1;
+}
+
+}  // namespace
+
+HtmlTokenizer::HtmlTokenizer(std::string_view page)
+    : page_(page),
+      tagsEnd_(PastLast(page, '>')),
+      quotesEnd_(PastLast(page, '"')),
+      apostrophesEnd_(PastLast(page, '\'')) {}
+
+HtmlToken HtmlTokenizer::Next() {
+  while (position_ < page_.size()) {
+    if (!IsMarkup(position_)) return TakeText();
+    const char next = At(position_ + 1);
+    if (IsAsciiAlpha(next) || (next == '/' && IsAsciiAlpha(At(position_ + 2)))) return TakeTag();
+    SkipMarkup();
+  }
+  return {HtmlToken::kEnd, {}};
+}
+
+// Whether a tag, or what is skipped like one, begins here.
+bool HtmlTokenizer::IsMarkup(std::size_t position) const {
+  if (page_[position] != '<' || position >= tagsEnd_) return false;
+  const char next = At(position + 1);
+  return IsAsciiAlpha(next) || next == '/' || next == '!' || next == '?';
+}
+
+HtmlToken HtmlTokenizer::TakeText() {
+  const std::size_t start = position_;
+  do {
+    position_ = std::min(page_.find('<', position_ + 1), page_.size());
+  } while (position_ < page_.size() && !IsMarkup(position_));
+  return {HtmlToken::kText, page_.substr(start, position_ - start)};
+}
+
+HtmlToken HtmlTokenizer::TakeTag() {
+  const bool isEnd = page_[position_ + 1] == '/';
+  position_ += isEnd ? 2 : 1;
+  TakeName();
+  const bool isEmptyElement = TakeAttributes();
+  return {isEnd ? HtmlToken::kEndTag : HtmlToken::kStartTag,
+          std::string_view(name_.data(), nameLength_), isEmptyElement};
+}
+
+void HtmlTokenizer::SkipMarkup() {
+  const std::string_view rest = page_.substr(position_);
+  if (rest.starts_with("<!--")) {
+    SkipComment();
+  } else if (rest.starts_with("<![CDATA[") && hasDataEnd_) {
+    SkipData();
+  } else {
+    SkipPast(">");
+  }
+}
+
+// Ends at the next ">" when it has no end of its own.
+void HtmlTokenizer::SkipData() {
+  hasDataEnd_ = page_.find("]]>", position_) != std::string_view::npos;
+  SkipPast(hasDataEnd_ ? "]]>" : ">");
+}
+
+// An unclosed comment reaches to the end, as in browsers.
+void HtmlTokenizer::SkipComment() {
+  const std::string_view content = page_.substr(position_ + 4);
+  if (content.starts_with(">") || content.starts_with("->")) return SkipPast(">");
+  position_ += 4;
+  std::size_t dashes = page_.find("--", position_);
+  while (dashes != std::string_view::npos) {
+    if (At(dashes + 2) == '>' || (At(dashes + 2) == '!' && At(dashes + 3) == '>')) {
+      position_ = dashes;
+      return SkipPast(">");
+    }
+    dashes = page_.find("--", dashes + 1);
+  }
+  TakeRest();
+}
+
+void HtmlTokenizer::SkipPast(std::string_view terminator) {
+  const std::size_t found = page_.find(terminator, position_);
+  position_ = found == std::string_view::npos ? page_.size() : found + terminator.size();
+}
+
+// Also ends before a "<": a tag whose ">" was forgotten.
+void HtmlTokenizer::TakeName() {
+  nameLength_ = 0;
+  for (; position_ < page_.size(); ++position_) {
+    const char c = page_[position_];
+    if (IsBlank(c) || c == '/' || c == '>' || c == '<') break;
+    if (nameLength_ < kMaxName) name_[nameLength_++] = ToAsciiLower(c);
+  }
+}
+
+// Returns whether a slash ends the tag.
+bool HtmlTokenizer::TakeAttributes() {
+  attributes_.clear();
+  bool slash = false;
+  while (position_ < page_.size()) {
+    SkipBlanks();
+    const char c = At(position_);
+    if (c == '<' && attributes_.empty()) break;
+    if (c == '>') {
+      ++position_;
+      break;
+    }
+    slash = c == '/';
+    if (slash) {
+      ++position_;
+    } else if (const std::string_view name = TakeAttributeName(); !name.empty()) {
+      attributes_.push_back({name, TakeAttributeValue()});
+    }
+  }
+  return slash;
+}
+
+std::string_view HtmlTokenizer::TakeAttributeName() {
+  const std::size_t start = position_;
+  if (At(position_) == '=') ++position_;  // a stray "=" begins a name
+  while (position_ < page_.size()) {
+    const char c = page_[position_];
+    if (IsBlank(c) || c == '/' || c == '>' || c == '=') break;
+    ++position_;
+  }
+  return page_.substr(start, position_ - start);
+}
+
+// A value whose closing quote is missing from the rest of the page ends at the tag's end.
+std::string_view HtmlTokenizer::TakeAttributeValue() {
+  SkipBlanks();
+  if (At(position_) != '=') return {};
+  ++position_;
+  SkipBlanks();
+  const char quote = At(position_);
+  std::size_t start = position_;
+  if (quote == '"' || quote == '\'') {
+    ++start;
+    if (start < (quote == '"' ? quotesEnd_ : apostrophesEnd_)) {
+      const std::size_t end = page_.find(quote, start);
+      position_ = end + 1;
+      return page_.substr(start, end - start);
+    }
+  }
+  while (position_ < page_.size() && !IsBlank(page_[position_]) && page_[position_] != '>') {
+    ++position_;
+  }
+  return page_.substr(start, position_ - start);
+}
+
+void HtmlTokenizer::SkipBlanks() {
+  while (position_ < page_.size() && IsBlank(page_[position_])) ++position_;
+}
+
+bool HtmlTokenizer::IsContentEnd(std::size_t position, std::string_view name) const {
+  const char after = At(position + 2 + name.size());
+  return EqualsNoCase(page_.substr(position + 2, name.size()), name) &&
+         (IsBlank(after) || after == '/' || after == '>');
+}
+
+// Whether an end tag is left is searched for once a name, so that a page full of unclosed start
+// tags takes no more than linear time.
+std::string_view HtmlTokenizer::TakeContent(std::string_view name) {
+  if (std::find(unclosed_.begin(), unclosed_.end(), name) != unclosed_.end()) return {};
+  std::size_t end = page_.find("</", position_);
+  while (end != std::string_view::npos && !IsContentEnd(end, name)) end = page_.find("</", end + 2);
+  if (end == std::string_view::npos) {
+    unclosed_.push_back(name);
+    return {};
+  }
+  const std::string_view content = page_.substr(position_, end - position_);
+  position_ = end;
+  return content;
+}
+
+}  // namespace vemra

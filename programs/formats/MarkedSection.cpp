@@ -1,0 +1,82 @@
+#include "programs/formats/MarkedSection.h"
+
+#include <typeinfo>
+#include <utility>
+
+#include "programs/formats/HitStyle.h"
+
+namespace vemra {
+
+namespace {
+
+// Copies contents from left to right, with the hits that it is told of on the way.
+class Marker {
+ public:
+  Marker(const std::string& contents, const HitStyle& style, int hits)
+      : contents_(contents), style_(style), hits_(hits) {
+    out_.reserve(contents.size() + contents.size() / 8);
+  }
+
+  // Marks the word, or else those of its parts that are marked.
+  void Add(const TavoWord& word) {
+    if (word.IsWholeMarked()) {
+      const std::string_view stript = word.GetStriptView();
+      const auto before = static_cast<std::size_t>(stript.data() - word.GetText().data());
+      AddHit(static_cast<std::size_t>(word.GetStart()) + before, stript.size());
+      return;
+    }
+    for (const TavoWord* part = word.GetFirstWord(); part != nullptr;
+         part = word.GetNextWord(part)) {
+      Add(*part);
+    }
+  }
+
+  std::string Finish() {
+    CopyUpTo(contents_.size());
+    return std::move(out_);
+  }
+  int GetHits() const { return hits_; }
+
+ private:
+  void AddHit(std::size_t start, std::size_t length) {
+    CopyUpTo(start);
+    style_.AppendOpening(++hits_, out_);
+    CopyUpTo(start + length);
+    style_.AppendClosing(hits_, out_);
+  }
+
+  void CopyUpTo(std::size_t end) {
+    style_.AppendText(std::string_view(contents_).substr(copied_, end - copied_), out_);
+    copied_ = end;
+  }
+
+  const std::string& contents_;
+  const HitStyle& style_;
+  int hits_;
+  std::size_t copied_ = 0;
+  std::string out_;
+};
+
+}  // namespace
+
+MarkedSection::MarkedSection(TavoOutput* output, const std::string& contents,
+                             const TavoLangPack* pack, const HitStyle& style)
+    : TavoSection(output, contents, pack), style_(style) {
+  CutsAsPlain(typeid(MarkedSection));
+}
+
+MarkedSection::MarkedSection(const TavoSection& section, const HitStyle& style)
+    : TavoSection(section), style_(style) {
+  CutsAsPlain(typeid(MarkedSection));
+}
+
+void MarkedSection::MarkContents() {
+  Marker marker(GetContents(), style_, GetCurrentHighlightCount());
+  for (const TavoWord* item = GetFirstItem(); item != nullptr; item = GetNextItem(item)) {
+    if (item->IsMarked()) marker.Add(*item);
+  }
+  SetInitialHighlightCount(marker.GetHits());
+  SetMarkedContents(marker.Finish());
+}
+
+}  // namespace vemra

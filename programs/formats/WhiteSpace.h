@@ -1,0 +1,44 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace vemra {
+
+// White space of markup. Control characters count as white space too, since they are made blanks
+// before text is handed over: the table holds 1 for every byte up to 32, and for 127.
+extern const std::array<bool, 256> kIsBlank;
+
+inline bool IsBlank(char c) {
+  return kIsBlank[static_cast<unsigned char>(c)];
+}
+inline bool IsAsciiAlpha(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
+inline bool IsAsciiDigit(char c) {
+  return c >= '0' && c <= '9';
+}
+inline bool IsAsciiAlnum(char c) {
+  return IsAsciiAlpha(c) || IsAsciiDigit(c);
+}
+inline char ToAsciiLower(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
+}
+
+std::string_view TrimStart(std::string_view text);
+std::string_view TrimEnd(std::string_view text);
+
+// name is in lower case.
+bool EqualsNoCase(std::string_view text, std::string_view name);
+std::size_t FindNoCase(std::string_view text, std::string_view name, std::size_t from);
+
+// Makes a blank of every control character but tab, line feed, form feed and carriage return.
+void BlankControls(std::string& text);
+
+// Where to cut text so that at most limit bytes stand before the cut: after the last white space
+// there, or at limit when there is none. Text up to limit is not cut.
+std::size_t FindCut(std::string_view text, std::size_t limit);
+
+}  // namespace vemra

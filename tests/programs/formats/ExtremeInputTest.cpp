@@ -1,0 +1,127 @@
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "Recording.h"
+#include "programs/formats/Html.h"
+#include "programs/formats/PlainText.h"
+
+namespace vemra::test {
+namespace {
+
+// Pieces of markup and any bytes, in any order.
+std::string RandomPage(std::mt19937& random) {
+  static const char* const kPieces[] = {"<p>",
+                                        "</p>",
+                                        "<b>",
+                                        "</b>",
+                                        "<a href=\"x\">",
+                                        "</a>",
+                                        "<pre>",
+                                        "</pre>",
+                                        "<td>",
+                                        "<tr>",
+                                        "<table>",
+                                        "</table>",
+                                        "<li>",
+                                        "<ul>",
+                                        "<script>",
+                                        "</script>",
+                                        "<title>",
+                                        "</title>",
+                                        "<!--",
+                                        "-->",
+                                        "<![CDATA[",
+                                        "]]>",
+                                        "<",
+                                        ">",
+                                        "\"",
+                                        "'",
+                                        "=",
+                                        "&",
+                                        "&amp;",
+                                        "&#",
+                                        "&#x",
+                                        ";",
+                                        "<img alt='",
+                                        "<meta name=author content=",
+                                        "word",
+                                        " ",
+                                        "\n",
+                                        "\r",
+                                        "\f",
+                                        "/",
+                                        "<br>",
+                                        "</",
+                                        "<!",
+                                        "<?",
+                                        "<br",
+                                        "<textarea>",
+                                        "<object>"};
+  std::string page;
+  for (int count = static_cast<int>(random() % 120); count > 0; --count) {
+    if (random() % 4 == 0) {
+      page += static_cast<char>(random() % 256);
+    } else {
+      page += kPieces[random() % std::size(kPieces)];
+    }
+  }
+  return page;
+}
+
+template <typename Format>
+void CheckRandomInput() {
+  std::mt19937 random(1);
+  PageWrapper wrapper;
+  Recorder<Format> recorder(wrapper);
+  for (int i = 0; i < 4000; ++i) {
+    const std::string page = RandomPage(random);
+    recorder.texts.clear();
+    ASSERT_EQ(recorder.ParseDocument(page), 1);
+    for (const std::string& text : recorder.texts) {
+      ASSERT_FALSE(text.empty()) << testing::PrintToString(page);
+      for (const char c : text) {
+        const bool control = static_cast<unsigned char>(c) < ' ' || c == 127;
+        ASSERT_TRUE(!control || c == '\t' || c == '\n' || c == '\f' || c == '\r')
+            << testing::PrintToString(page);
+      }
+    }
+  }
+}
+
+TEST(ExtremeInputTest, RandomBytesGiveCleanText) {
+  CheckRandomInput<HtmlParser>();
+  CheckRandomInput<PlainTextParser>();
+}
+
+// Each would take minutes, or much memory, if anything were searched for again at every tag.
+TEST(ExtremeInputTest, RepeatedMarkupTakesLinearTime) {
+  for (const char* const piece :
+       {"<a",       "<p title=\"", "<p title='", "<title>", "<textarea>", "<![CDATA[", "<!--",
+        "<p",       "&",           "&#",         "</",      "<div>",      "<b>",       "<li>",
+        "<x1><y2>", "</b>",        "<td>",       "<a>",     "<pre>\n",    "x ",        "xy",
+        "<script>", "<img alt=x>", "\n",         "\n\n",    "\f"}) {
+    SCOPED_TRACE(piece);
+    std::string page;
+    while (page.size() < 2000000) page += piece;
+    PageWrapper wrapper;
+    Recorder<HtmlParser> html(wrapper);
+    EXPECT_EQ(html.ParseDocument(page + ">"), 1);
+    Recorder<PlainTextParser> text(wrapper);
+    EXPECT_EQ(text.ParseDocument(page), 1);
+    for (const std::string& run : html.texts) EXPECT_LE(run.size(), FormatParser::kMaxRun);
+    for (const std::string& run : text.texts) EXPECT_LE(run.size(), FormatParser::kMaxRun);
+  }
+}
+
+TEST(ExtremeInputTest, DeepNestingComesBackToItsPath) {
+  std::string page;
+  for (int i = 0; i < 400; ++i) page += "<div>";
+  page += "deep<a>link</a>";
+  for (int i = 0; i < 400; ++i) page += "</div>";
+  const std::vector<std::string> runs = RunsOf<HtmlParser>(page + "<a>x</a><title>end</title>");
+  EXPECT_EQ(runs, (std::vector<std::string>{"0:deeplink", "/2:x", "/1:end"}));
+}
+
+}  // namespace
+}  // namespace vemra::test
