@@ -39,12 +39,6 @@ bool SameName(std::string_view a, std::string_view b) {
   });
 }
 
-std::string_view Unquote(std::string_view value) {
-  const bool quoted = value.size() >= 2 && (value.front() == '"' || value.front() == '\'') &&
-                      value.front() == value.back();
-  return quoted ? value.substr(1, value.size() - 2) : value;
-}
-
 bool HasLineBreak(std::string_view text) {
   return text.find_first_of(std::string_view("\r\n\0", 3)) != std::string_view::npos;
 }
@@ -190,6 +184,12 @@ std::optional<std::string_view> ProfileText::Find(std::string_view section,
   return Unquote(View(entries.Items()[found].value));
 }
 
+std::string_view ProfileText::Unquote(std::string_view text) {
+  const bool quoted = text.size() >= 2 && (text.front() == '"' || text.front() == '\'') &&
+                      text.front() == text.back();
+  return quoted ? text.substr(1, text.size() - 2) : text;
+}
+
 std::string_view ProfileText::CleanFallback(std::string_view text) {
   return Unquote(text.substr(0, text.find_last_not_of(' ') + 1));
 }
@@ -208,7 +208,7 @@ std::vector<std::string_view> ProfileText::GetKeys(std::string_view section) con
   if (place == kNone) return names;
   for (const Entry& entry : sections_.Items()[place].entries.Items()) {
     const std::string_view name = View(entry.name.span);
-    if (entry.hasValue && !name.empty() && name.front() != ';') names.push_back(name);
+    if (entry.hasValue && !name.starts_with(';')) names.push_back(name);
   }
   return names;
 }
@@ -255,10 +255,10 @@ bool ProfileText::Set(const ProfileEdit& edit) {
 }
 
 bool ProfileText::RemoveKey(const ProfileEdit& edit) {
-  const std::size_t place = sections_.Find(*this, Trim(edit.section));
+  const std::size_t place = sections_.Find(*this, edit.section);
   if (place == kNone) return false;
   auto& entries = sections_.At(place).entries;
-  const std::size_t found = entries.Find(*this, Trim(*edit.key));
+  const std::size_t found = entries.Find(*this, *edit.key);
   if (found == kNone) return false;
   entries.Erase(*this, found);
   return true;

@@ -42,14 +42,16 @@ class ProfileText {
   // What a caller's default becomes when it stands in for a value: it loses trailing blanks (only
   // the blank itself), and then one pair of enclosing quotes.
   static std::string_view CleanFallback(std::string_view text);
-  // Names in file order, duplicates included, empty ones and comments not. The section's name is
-  // compared as it stands.
+  // Without one pair of enclosing quotes, single or double.
+  static std::string_view Unquote(std::string_view text);
+  // Names in file order, duplicates included, comments not; keys may be empty, sections not. The
+  // section's name is compared as it stands.
   std::vector<std::string_view> GetSections() const;
   std::vector<std::string_view> GetKeys(std::string_view section) const;
 
   // Returns whether the text changed. A new key goes to the end of its section, before the blank
-  // lines there, and a new section to the end. To remove a section, its name must be as it stands
-  // in the file; its comments go with it.
+  // lines there, and a new section to the end. What is removed must be named without blanks
+  // around; a section's comments go with it.
   bool Apply(const ProfileEdit& edit);
   // Reads the text again if an edit gave it names or values that read otherwise than they were
   // given (line breaks, blanks at the end). Apply begins with it; call it before reading.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <memory>
 #include <string>
 
@@ -15,8 +16,9 @@ std::unique_ptr<RegistryKey> OpenRegistryKey(const std::string& path, RegistryAc
 // Opens the key, creating what is missing of the path. Null on failure.
 std::unique_ptr<RegistryKey> CreateRegistryKey(const std::string& path, RegistryAccess access);
 
-// Closes the process's connection to the store; the next call looks for the store anew. For tests
-// that name a store of their own. Does nothing on Windows.
-void CloseRegistryStore();
+// For tests: sends every call of the process to a store of its own, until a call with an empty path
+// ends that. On Linux the store is registry.db in the folder. On Windows it is a key of the current
+// user that bears the folder's name; the end deletes it.
+void RedirectRegistry(const std::filesystem::path& folder);
 
 }  // namespace vemra::platform

@@ -308,9 +308,10 @@ std::uint32_t QueryProfile(const char* section, const char* key, const char* fal
   }
   if (key == nullptr) {
     const std::string list = text ? Join(text->GetKeys(section)) : std::string();
-    // A list without room for a name counts as none.
-    return list.empty() || size == 2 ? Answer(otherwise, 1, buffer, size)
-                                     : Answer(list, 2, buffer, size);
+    // A list without room for a name counts as none, and so does one whose first name is empty.
+    return list.empty() || list.front() == '\0' || size == 2
+               ? Answer(ProfileText::Unquote(otherwise), 1, buffer, size)
+               : Answer(list, 2, buffer, size);
   }
   return Answer(Look(text.get(), section, key, otherwise), 1, buffer, size);
 }
@@ -343,7 +344,8 @@ std::vector<std::string> ReadProfileSections(const std::string& path) {
 std::vector<std::string> ReadProfileKeys(const std::string& section, const std::string& path) {
   const auto text = LoadPath(path);
   if (!text) return {};
-  const auto names = text->GetKeys(section);
+  auto names = text->GetKeys(section);
+  std::erase(names, std::string_view());
   return {names.begin(), names.end()};
 }
 

@@ -108,7 +108,7 @@ class Store {
   // Opens the store when it is not open. Only a caller that creates makes a new one.
   bool Open(bool create) {
     if (database_) return true;
-    const std::string path = FindStore();
+    const std::string path = redirected_.empty() ? FindStore() : redirected_;
     if (path.empty()) return false;
     if (create) {
       std::error_code ignored;  // shows when the file cannot be opened
@@ -124,6 +124,11 @@ class Store {
       statement = nullptr;
     }
     database_.reset();
+  }
+
+  void Redirect(const std::string& path) {
+    Close();
+    redirected_ = path;
   }
 
   enum Statement {
@@ -220,6 +225,7 @@ class Store {
   }
 
   std::mutex mutex_;
+  std::string redirected_;
   Database database_;
   sqlite3_stmt* statements_[kStatementCount] = {};
 };
@@ -395,10 +401,10 @@ std::unique_ptr<RegistryKey> CreateRegistryKey(const std::string& path, Registry
   return std::make_unique<StoredKey>(id, tidy, access);
 }
 
-void CloseRegistryStore() {
+void RedirectRegistry(const std::filesystem::path& folder) {
   Store& store = Store::Get();
   const std::lock_guard lock(store.Mutex());
-  store.Close();
+  store.Redirect(folder.empty() ? "" : (folder / "registry.db").string());
 }
 
 }  // namespace vemra::platform

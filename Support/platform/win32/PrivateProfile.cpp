@@ -47,8 +47,10 @@ std::string ReadGrowing(const char* section, const char* key, const std::string&
 
 std::vector<std::string> SplitList(const std::string& list) {
   std::vector<std::string> names;
-  for (std::size_t at = 0; at < list.size(); at += names.back().size() + 1) {
-    names.emplace_back(list.c_str() + at);
+  for (std::size_t at = 0; at < list.size();) {
+    const std::string name = list.c_str() + at;
+    at += name.size() + 1;
+    if (!name.empty()) names.push_back(name);
   }
   return names;
 }
@@ -63,7 +65,10 @@ std::uint32_t QueryProfile(const char* section, const char* key, const char* fal
 bool WriteProfile(const char* section, const char* key, const char* value,
                   const std::string& path) {
   if (section == nullptr) return false;  // to the system it would mean a flush
-  return WritePrivateProfileStringA(section, key, value, MakeFull(path).c_str()) != 0;
+  const std::string full = MakeFull(path);
+  const bool written = WritePrivateProfileStringA(section, key, value, full.c_str()) != 0;
+  Flush(full);
+  return written;
 }
 
 std::string ReadProfileString(const std::string& section, const std::string& key,

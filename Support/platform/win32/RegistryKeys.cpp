@@ -115,6 +115,15 @@ std::unique_ptr<RegistryKey> CreateRegistryKey(const std::string& path, Registry
   return std::make_unique<SystemKey>(key);
 }
 
-void CloseRegistryStore() {}
+void RedirectRegistry(const std::filesystem::path& folder) {
+  static std::string redirected;
+  RegOverridePredefKey(HKEY_LOCAL_MACHINE, nullptr);
+  if (!redirected.empty()) RegDeleteTreeA(HKEY_CURRENT_USER, redirected.c_str());
+  redirected = folder.empty() ? "" : "SOFTWARE\\" + folder.filename().string();
+  HKEY key = nullptr;
+  if (redirected.empty() || RegCreateKeyA(HKEY_CURRENT_USER, redirected.c_str(), &key) != 0) return;
+  RegOverridePredefKey(HKEY_LOCAL_MACHINE, key);
+  RegCloseKey(key);
+}
 
 }  // namespace vemra::platform
