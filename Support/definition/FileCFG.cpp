@@ -78,10 +78,9 @@ void CTavoFileCFG::Reset() {
 
 int CTavoFileCFG::Load(const std::string& path) {
   if (!CanRead(path)) return 0;
-  const std::string own = path;  // Reset may clear the argument
+  INIWorker reader(path);
   Reset();
-  SetFileName(own);
-  INIWorker reader(own);
+  SetFileName(reader.GetPath());  // path may have been this object's own, which is gone
   return Load(reader);
 }
 

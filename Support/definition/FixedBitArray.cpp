@@ -74,8 +74,7 @@ void CTavoFixedBitArray::ResetAll() {
 }
 
 void CTavoFixedBitArray::Reverse() {
-  bitwords::Combine(Bytes(), Bytes(), GetUsedBytes(),
-                    [](std::uint64_t bits, std::uint64_t) { return ~bits; });
+  bitwords::Combine(Bytes(), Bytes(), GetUsedBytes(), [](auto bits, auto) { return ~bits; });
 }
 
 void CTavoFixedBitArray::SetBitsAt(const void* source, std::uint16_t offset, std::uint16_t count) {
@@ -105,8 +104,8 @@ std::int32_t CTavoFixedBitArray::GetPrevious(std::int32_t index) const {
 }
 
 std::int32_t CTavoFixedBitArray::GetNext(std::int32_t index) const {
-  return bitwords::FindUp(words_.data(), static_cast<std::int64_t>(GetUsedBytes()) * 8,
-                          std::int64_t{std::max(index, -1)} + 1);
+  const auto from = static_cast<std::uint32_t>(std::max(index, -1)) + 1;
+  return bitwords::FindUp(words_.data(), static_cast<std::uint32_t>(GetUsedBytes() * 8), from);
 }
 
 std::int32_t CTavoFixedBitArray::GetLast() const {

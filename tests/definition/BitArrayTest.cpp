@@ -233,7 +233,7 @@ TEST_F(BitArrayRecordTest, DamagedRecordsAreHarmless) {
     int loaded;
   } kRows[] = {
       {"empty", "", 0},
-      {"short size", "\x0D\x00", 0},
+      {"short size", std::string("\x0D\0", 2), 0},
       {"short length", std::string("\x0D\0\0\0\x02\0", 6), 0},
       {"short bits", std::string("\x0D\0\0\0\x02\0\0\0\x81", 9), 0},
       {"huge length", std::string("\x0D\0\0\0\xFF\xFF\xFF\x7F\x81", 9), 0},

@@ -14,23 +14,23 @@ namespace {
 TEST(FileIDXitemTest, ReadsAndWritesLines) {
   const struct {
     const char* line;
-    int type;
     const char* name;
-    int subfolders;
     const char* filters;
+    int type;
+    int subfolders;
     const char* written;  // null when it is the line itself
   } kRows[] = {
-      {"D,c:\\docs,S,*.htm;*.html", 1, "c:\\docs", 1, "*.htm;*.html", nullptr},
-      {"D,c:\\docs,S", 1, "c:\\docs", 1, "", nullptr},
-      {"D,c:\\notes", 1, "c:\\notes", 0, "", nullptr},
-      {"D,c:\\docs,,*.htm", 1, "c:\\docs", 0, "*.htm", nullptr},
-      {"D,\"c:\\a,b\",,*.htm", 1, "c:\\a,b", 0, "*.htm", nullptr},
-      {"D,\"c:\\a,b\",S,*.htm", 1, "c:\\a,b", 1, "*.htm", nullptr},
-      {"D,c:\\docs,,S*.htm", 1, "c:\\docs", 0, "S*.htm", nullptr},
-      {"D,c:\\docs,*.htm", 1, "c:\\docs", 0, "*.htm", "D,c:\\docs,,*.htm"},
-      {"F,c:\\a.txt", 0, "c:\\a.txt", 0, "", nullptr},
-      {"F,\"c:\\a, b.txt\"", 0, "c:\\a, b.txt", 0, "", nullptr},
-      {"F,c:\\a.txt,S,*.x", 0, "c:\\a.txt", 0, "", "F,c:\\a.txt"},
+      {"D,c:\\docs,S,*.htm;*.html", "c:\\docs", "*.htm;*.html", 1, 1, nullptr},
+      {"D,c:\\docs,S", "c:\\docs", "", 1, 1, nullptr},
+      {"D,c:\\notes", "c:\\notes", "", 1, 0, nullptr},
+      {"D,c:\\docs,,*.htm", "c:\\docs", "*.htm", 1, 0, nullptr},
+      {"D,\"c:\\a,b\",,*.htm", "c:\\a,b", "*.htm", 1, 0, nullptr},
+      {"D,\"c:\\a,b\",S,*.htm", "c:\\a,b", "*.htm", 1, 1, nullptr},
+      {"D,c:\\docs,,S*.htm", "c:\\docs", "S*.htm", 1, 0, nullptr},
+      {"D,c:\\docs,*.htm", "c:\\docs", "*.htm", 1, 0, "D,c:\\docs,,*.htm"},
+      {"F,c:\\a.txt", "c:\\a.txt", "", 0, 0, nullptr},
+      {"F,\"c:\\a, b.txt\"", "c:\\a, b.txt", "", 0, 0, nullptr},
+      {"F,c:\\a.txt,S,*.x", "c:\\a.txt", "", 0, 0, "F,c:\\a.txt"},
   };
   for (const auto& row : kRows) {
     SCOPED_TRACE(row.line);
