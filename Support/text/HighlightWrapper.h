@@ -52,6 +52,8 @@ class SUPPORT_API TavoHighlightWrapper {
   // marked word. With mayQueue, a locked section, and every one after it, is queued until
   // StopHighlight; such a section has an output, which keeps it alive when it is unlocked.
   int AddSection(TavoSection* section, int mayQueue);
+  // Appends a section to the summary at once; it stays the caller's.
+  void AddToSection(TavoSection& section);
   // The document has ended. Mode 0: the search finishes. Mode 2: it finishes, and the queued
   // sections are added until there is enough, the others deleted; then the summary is truncated.
   // Mode 1: the queued sections are deleted; truncating is left to the caller.
@@ -66,7 +68,6 @@ class SUPPORT_API TavoHighlightWrapper {
 
  private:
   int IsEnoughWith(TavoSection& section) const;
-  void AddToSection(TavoSection& section);
   void AddQueued();
 
   Mode mode_;
