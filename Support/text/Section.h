@@ -206,6 +206,8 @@ class SUPPORT_API TavoSection {
   // are cut by table like plain ones. Does not extend to classes derived from it.
   // Usage: CutsAsPlain(typeid(MySection)).
   void CutsAsPlain(const std::type_info& type) { plainType_ = &type; }
+  // For an override of MarkContents: what the output prints in place of the contents.
+  void SetMarkedContents(std::string marked) { markedContents_ = std::move(marked); }
 
  private:
   void ParseIfNeeded() {
@@ -216,6 +218,7 @@ class SUPPORT_API TavoSection {
   // The two ways of cutting.
   void CutByTable();
   void CutByCreateWord();
+  void ReserveItems(int cut);
   void AppendRun(int start, int end, WordType type, int seen);
 
   // Joining items one by one.
@@ -227,6 +230,7 @@ class SUPPORT_API TavoSection {
 
   // Numbers and breaks.
   void CountItem(std::size_t index, bool endsSentence, bool endsParagraph);
+  void CountBreaks(bool endsSentence, bool endsParagraph);
   void UncountLastItem();
   void Recount(std::size_t itemCount);
   bool EndsParagraph(const TavoWord& item) const;

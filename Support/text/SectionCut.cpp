@@ -36,13 +36,15 @@ class RunScanner {
       seen |= current;
       current = classes_[text_[++end]];
     } while ((current & ByteClass::kTypeMask) == type);
-    return {start, end, static_cast<TavoWord::WordType>(type), seen};
+    return {start, end, static_cast<TavoWord::WordType>(type), seen & ~ByteClass::kTypeMask};
   }
 
  private:
   const unsigned char* text_;
   const ByteClassTable& classes_;
 };
+
+constexpr std::size_t kFewParts = 16;
 
 bool EndsWordRun(const Run& run) {
   return run.type >= TavoWord::kSpace;
@@ -117,9 +119,10 @@ void TavoSection::CutByTable() {
     }
     int count = 0;
     Run last = second;
+    if (parts_.capacity() == 0) parts_.reserve(kFewParts);
     const auto appendPart = [&](const Run& part) {
-      parts_.push_back(TavoWord(contents_.data() + part.start, part.start, part.end - part.start,
-                                count, count, part.type));
+      parts_.emplace_back(TavoWord::Key(), contents_.data() + part.start, part.start,
+                          part.end - part.start, count, count, part.type);
       ++count;
     };
     appendPart(first);
@@ -135,12 +138,25 @@ void TavoSection::CutByTable() {
 }
 
 // seen: the bits that count for the ends of sentence and paragraph.
-inline void TavoSection::AppendRun(int start, int end, WordType type, int seen) {
-  items_.push_back(TavoWord(contents_.data() + start, start, end - start, 0, 0, type));
-  CountItem(items_.size() - 1,
-            (seen & ByteClass::kEndsSentence) != 0 &&
-                (type == TavoWord::kPunctuation || type == TavoWord::kCompound),
-            (seen & ByteClass::kEndsLine) != 0 && type == TavoWord::kSpace && breakOnNewLine_);
+void TavoSection::AppendRun(int start, int end, WordType type, int seen) {
+  const int itemNumber = GetItemsNumber();
+  if (items_.size() == items_.capacity()) ReserveItems(start);
+  if (type == TavoWord::kWord || type == TavoWord::kCompound) words_.push_back(itemNumber);
+  items_.emplace_back(TavoWord::Key(), contents_.data() + start, start, end - start,
+                      GetWordsNumber() - 1, itemNumber, type);
+  if (type == TavoWord::kWord || seen == 0) return;
+  const bool space = type == TavoWord::kSpace;
+  CountBreaks(!space && (seen & ByteClass::kEndsSentence) != 0,
+              space && (seen & ByteClass::kEndsLine) != 0 && breakOnNewLine_);
+}
+
+// Makes room for what the rest of the contents probably holds, judging by the part that is cut, so
+// that a large section is not copied again and again while it grows.
+void TavoSection::ReserveItems(int cut) {
+  const std::size_t items = items_.size();
+  const std::size_t expected =
+      items * contents_.size() / static_cast<std::size_t>(std::max(cut, 1));
+  items_.reserve(std::max(expected, items) + items / 8 + 16);
 }
 
 void TavoSection::CutByCreateWord() {
@@ -203,9 +219,14 @@ void TavoSection::CountItem(std::size_t index, bool endsSentence, bool endsParag
   TavoWord& item = items_[index];
   item.itemNumber_ = static_cast<int>(index);
   if (item.IsRealWord()) words_.push_back(item.itemNumber_);
-  const auto words = static_cast<unsigned>(words_.size());
-  item.number_ = static_cast<int>(words) - 1;
+  item.number_ = GetWordsNumber() - 1;
+  CountBreaks(endsSentence, endsParagraph);
+}
+
+// The last item ends a sentence, or a sentence and a paragraph.
+void TavoSection::CountBreaks(bool endsSentence, bool endsParagraph) {
   if (!endsSentence && !endsParagraph) return;
+  const auto words = static_cast<unsigned>(words_.size());
   sentenceBreaks_.Add(words);
   if (!endsParagraph) return;
   paragraphBreaks_.Add(words);

@@ -15,7 +15,7 @@ TavoWord::TavoWord(std::string_view text, WordType type) {
 }
 
 TavoWord TavoWord::View(std::string_view text, WordType type) {
-  return TavoWord(text.data(), 0, static_cast<int>(text.size()), 0, 0, type);
+  return TavoWord(Key(), text.data(), 0, static_cast<int>(text.size()), 0, 0, type);
 }
 
 TavoWord::TavoWord(const TavoWord& other) : TavoWord(other.CopyLooking()) {
@@ -34,7 +34,7 @@ TavoWord& TavoWord::operator=(const TavoWord& other) {
 }
 
 TavoWord TavoWord::CopyLooking() const {
-  TavoWord copy(text_, start_, length_, number_, itemNumber_, type_);
+  TavoWord copy(Key(), text_, start_, length_, number_, itemNumber_, type_);
   copy.marked_ = marked_;
   if (partCount_ > 0) {
     std::vector<TavoWord> parts;
@@ -102,7 +102,8 @@ void TavoWord::SetParts(std::vector<TavoWord>&& parts) {
 
 void TavoWord::Merge(TavoWord&& next) {
   // Words that lie side by side in one text stay a look at it; others get a text of their own.
-  const bool adjacent = text_ + length_ == next.text_ && (!owned_ || owned_->text.empty());
+  const bool ownsText = owned_ && text_ == owned_->text.data();
+  const bool adjacent = !ownsText && text_ + length_ == next.text_;
   std::string joined;
   if (!adjacent) joined.append(GetText()).append(next.GetText());
   const char* const text = text_;

@@ -30,6 +30,21 @@ class SUPPORT_API TavoWord {
   // A word that looks at text, which must outlive it.
   static TavoWord View(std::string_view text, WordType type);
 
+  // For sections and their containers: an item that looks at text.
+  class Key {
+    friend class TavoSection;
+    friend class TavoWord;
+    Key() = default;
+  };
+  TavoWord(Key /*key*/, const char* text, int start, int length, int number, int itemNumber,
+           WordType type)
+      : text_(text),
+        start_(start),
+        length_(length),
+        number_(number),
+        itemNumber_(itemNumber),
+        type_(type) {}
+
   TavoWord(const TavoWord& other);
   TavoWord& operator=(const TavoWord& other);
   TavoWord(TavoWord&&) noexcept = default;
@@ -87,14 +102,6 @@ class SUPPORT_API TavoWord {
     std::string text;
     std::vector<TavoWord> parts;
   };
-
-  TavoWord(const char* text, int start, int length, int number, int itemNumber, WordType type)
-      : text_(text),
-        start_(start),
-        length_(length),
-        number_(number),
-        itemNumber_(itemNumber),
-        type_(type) {}
 
   TavoWord* GetPart(int index) const {
     return index >= 0 && index < partCount_ ? parts_ + index : nullptr;
