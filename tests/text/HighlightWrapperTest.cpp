@@ -2,12 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <utility>
-
-#include "Support/definition/FieldList.h"
-#include "Support/text/HighlightSearch.h"
 #include "Support/text/Output.h"
 #include "Support/text/Section.h"
+#include "tests/text/HitSearch.h"
 
 namespace vemra {
 namespace {
@@ -73,26 +70,6 @@ TEST(HighlightWrapperTest, SaysWhenThereIsEnough) {
   EXPECT_EQ(hit.GetSummary()->GetFirstWord(), nullptr);
 }
 
-// Decides only at the end of the document, and holds every section until then.
-class LateSearch : public TavoHighlightSearch {
- public:
-  void MarkWords(TavoSection& section, const CTavoFieldList& /*fields*/) override {
-    section.Lock();
-    held_.push_back(&section);
-  }
-  void Finish() override {
-    for (TavoSection* section : std::exchange(held_, {})) {
-      for (TavoWord* word = section->GetFirstWord(); word; word = section->GetNextWord(word)) {
-        if (word->GetText() == "hit") word->Mark();
-      }
-      section->UnLock();
-    }
-  }
-
- private:
-  std::vector<TavoSection*> held_;
-};
-
 TEST(HighlightWrapperTest, QueuesUntilTheSearchHasFinished) {
   const struct {
     TavoHighlightWrapper::Mode mode;
@@ -103,7 +80,8 @@ TEST(HighlightWrapperTest, QueuesUntilTheSearchHasFinished) {
   };
   for (const auto& row : kRows) {
     SCOPED_TRACE(row.mode);
-    LateSearch search;
+    test::HitSearch search;
+    search.late = true;
     TavoOutput output;
     TavoHighlightWrapper wrapper(row.mode, &search, 5);
     wrapper.AddSection(Section("early").release(), 1);

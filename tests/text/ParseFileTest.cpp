@@ -6,7 +6,6 @@
 #include <stdexcept>
 
 #include "Support/definition/FieldRule.h"
-#include "Support/text/HighlightSearch.h"
 #include "Support/text/HighlightWrapper.h"
 #include "Support/text/Index.h"
 #include "Support/text/Input.h"
@@ -15,6 +14,7 @@
 #include "Support/text/Section.h"
 #include "Support/text/THWrapper.h"
 #include "tests/TempFolder.h"
+#include "tests/text/HitSearch.h"
 #include "tests/text/RecordingEngine.h"
 
 namespace vemra {
@@ -63,38 +63,6 @@ class RunParser : public TavoParseFile {
     const std::unique_ptr<TavoSection> owned(section);
     index->IndexSection(section, fields);
   }
-};
-
-// Marks "hit", at once or, holding the sections, at the end.
-class HitSearch : public TavoHighlightSearch {
- public:
-  bool late = false;
-  CTavoFieldList asked;
-
-  void MarkWords(TavoSection& section, const CTavoFieldList& fields) override {
-    asked = fields;
-    if (late) {
-      section.Lock();
-      held_.push_back(&section);
-    } else {
-      Mark(section);
-    }
-  }
-  void Finish() override {
-    for (TavoSection* section : std::exchange(held_, {})) {
-      Mark(*section);
-      section->UnLock();
-    }
-  }
-
- private:
-  static void Mark(TavoSection& section) {
-    for (TavoWord* word = section.GetFirstWord(); word; word = section.GetNextWord(word)) {
-      if (word->GetText() == "hit") word->Mark();
-    }
-  }
-
-  std::vector<TavoSection*> held_;
 };
 
 class LastMessage : public TavoNotification {
@@ -239,7 +207,7 @@ TEST_F(ParseFileTest, ReadsWholeFiles) {
 }
 
 TEST_F(ParseFileTest, SummarisesUntilThereIsEnough) {
-  HitSearch search;
+  test::HitSearch search;
   LastMessage notification;
   parser.SetNotification(&notification);
   const struct {
@@ -272,7 +240,7 @@ TEST_F(ParseFileTest, SummarisesUntilThereIsEnough) {
 }
 
 TEST_F(ParseFileTest, LeavesNothingBehindWhenTheFormatThrows) {
-  HitSearch search;
+  test::HitSearch search;
   search.late = true;
   for (const auto mode :
        {TavoHighlightWrapper::kWholeDocument, TavoHighlightWrapper::kAroundFirstHit}) {
