@@ -15,8 +15,8 @@ struct TavoFile::State {
   // Raises the last error unless the operation succeeded.
   void Require(bool succeeded) const {
     if (succeeded) return;
-    const std::error_code reason(static_cast<int>(platform::GetLastErrorCode()),
-                                 SystemErrorCategory());
+    const auto code = static_cast<int>(platform::GetLastErrorCode());  // before any other call
+    const std::error_code reason(code, SystemErrorCategory());
     throw std::system_error(reason, path);
   }
 };

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "Support/foundation/Ascii.h"
 #include "Support/platform/Files.h"
 #include "Support/platform/Paths.h"
 #include "Support/platform/Process.h"
@@ -11,10 +12,6 @@ namespace vemra {
 namespace {
 
 constexpr char kSlash = '\\';
-
-bool IsLetter(char c) {
-  return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
-}
 
 bool EndsInSlash(const std::string& p) {
   return !p.empty() && p.back() == kSlash;
@@ -67,7 +64,8 @@ bool EnsureFolder(const std::string& path) {
 
 int IsAbsolutePath(const std::string& p) {
   if (p.size() < 2) return 0;
-  return (p[0] == kSlash && p[1] == kSlash) || (IsLetter(p[0]) && p[1] == ':');
+  return (p[0] == kSlash && p[1] == kSlash) ||
+         (IsAsciiAlpha(static_cast<unsigned char>(p[0])) && p[1] == ':');
 }
 
 void RemoveLastSlash(std::string& p) {
@@ -97,6 +95,7 @@ std::string MakeRelativePath(const std::string& path, const std::string& base) {
   RemoveCommonFolders(down, up);
   if (up.empty()) return std::string(down);
   if (down.empty()) return "";
+  // Kept: a backslash that up begins with is not counted.
   const auto levels = static_cast<std::size_t>(std::count(up.begin() + 1, up.end(), kSlash));
   std::string result(levels + 1, '.');
   result += kSlash;

@@ -4,17 +4,14 @@
 #include <cstring>
 #include <system_error>
 
+#include "Support/foundation/Ascii.h"
 #include "Support/foundation/LineBlock.h"
 
 namespace vemra {
 namespace {
 
-bool IsSpace(char c) {
-  return c == ' ' || (c >= '\t' && c <= '\r');
-}
-
 const char* SkipSpaces(const char* text) {
-  while (IsSpace(*text)) ++text;
+  while (IsAsciiSpace(static_cast<unsigned char>(*text))) ++text;
   return text;
 }
 

@@ -3,12 +3,10 @@
 #include <algorithm>
 #include <cstring>
 
+#include "Support/foundation/Ascii.h"
+
 namespace vemra {
 namespace {
-
-bool IsSpace(char c) {
-  return c == ' ' || (c >= '\t' && c <= '\r');
-}
 
 // Moves text past its first length characters and past the separator that follows them.
 std::string TakeItem(const char*& text, std::size_t length) {
@@ -85,7 +83,7 @@ void SmartStrncopy(std::string& dest, const std::string& src, int n) {
   bool isInRun = false;
   for (const char c : src) {
     if (folded.size() == limit) break;
-    const bool isSpace = IsSpace(c);
+    const bool isSpace = IsAsciiSpace(static_cast<unsigned char>(c));
     if (!isSpace || !isInRun) folded += isSpace ? ' ' : c;
     isInRun = isSpace;
   }

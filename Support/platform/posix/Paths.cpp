@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <vector>
 
+#include "Support/foundation/Ascii.h"
 #include "Support/platform/Errors.h"
 #include "Support/platform/posix/Errno.h"
 
@@ -23,12 +24,8 @@ bool IsSeparator(char c) {
   return c == '\\' || c == '/';
 }
 
-bool IsLetter(char c) {
-  return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
-}
-
-char ToLower(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+unsigned char Fold(char c) {
+  return ToAsciiLower(static_cast<unsigned char>(c));
 }
 
 // The host folder that VEMRA_DRIVES gives for a drive letter or a share; empty when it gives none.
@@ -49,7 +46,7 @@ std::string_view FindMapping(std::string_view name) {
 bool StartFromDrive(std::string_view& path, std::string& folder) {
   const std::string_view letter = path.substr(0, 1);
   path.remove_prefix(2);
-  if (ToLower(letter[0]) == 'z') {
+  if (Fold(letter[0]) == 'z') {
     folder = !path.empty() && IsSeparator(path[0]) ? "/" : "";
     return true;
   }
@@ -72,7 +69,8 @@ bool StartFromShare(std::string_view& path, std::string& folder) {
 
 bool FindStart(std::string_view& path, std::string& folder) {
   if (path.empty()) return false;
-  if (path.size() >= 2 && IsLetter(path[0]) && path[1] == ':') return StartFromDrive(path, folder);
+  if (path.size() >= 2 && IsAsciiAlpha(static_cast<unsigned char>(path[0])) && path[1] == ':')
+    return StartFromDrive(path, folder);
   if (path.size() >= 2 && IsSeparator(path[0]) && IsSeparator(path[1])) {
     return StartFromShare(path, folder);
   }
@@ -175,7 +173,7 @@ std::string FromHostPath(const std::string& hostPath) {
 bool IsSameName(std::string_view a, std::string_view b) {
   // No letter of ASCII occurs inside a longer character of UTF-8.
   return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                    [](char x, char y) { return ToLower(x) == ToLower(y); });
+                    [](char x, char y) { return Fold(x) == Fold(y); });
 }
 
 }  // namespace vemra::platform

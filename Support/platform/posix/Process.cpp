@@ -6,6 +6,7 @@
 
 #include <cstdlib>
 
+#include "Support/foundation/Ascii.h"
 #include "Support/platform/Paths.h"
 #include "Support/platform/posix/Errno.h"
 
@@ -35,7 +36,7 @@ bool GetThisComputerName(std::string* name) {
   if (::gethostname(host, sizeof host - 1) != 0) return FailWithErrno();
   name->clear();
   for (const char* c = host; *c != '\0' && *c != '.' && name->size() < kMaxLength; ++c) {
-    *name += *c >= 'a' && *c <= 'z' ? static_cast<char>(*c - 'a' + 'A') : *c;
+    *name += IsAsciiLower(static_cast<unsigned char>(*c)) ? static_cast<char>(*c - 'a' + 'A') : *c;
   }
   return true;
 }

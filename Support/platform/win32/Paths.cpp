@@ -4,11 +4,13 @@
 
 #include <algorithm>
 
+#include "Support/foundation/Ascii.h"
+
 namespace vemra::platform {
 namespace {
 
-char ToLower(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+unsigned char Fold(char c) {
+  return ToAsciiLower(static_cast<unsigned char>(c));
 }
 
 }  // namespace
@@ -27,7 +29,7 @@ bool IsSameName(std::string_view a, std::string_view b) {
   if (a.size() != b.size()) return false;
   for (std::size_t i = 0; i < a.size(); ++i) {
     const bool isLead = ::IsDBCSLeadByte(static_cast<BYTE>(a[i])) != 0;
-    if (isLead ? a[i] != b[i] : ToLower(a[i]) != ToLower(b[i])) return false;
+    if (isLead ? a[i] != b[i] : Fold(a[i]) != Fold(b[i])) return false;
     if (!isLead || i + 1 == a.size()) continue;
     ++i;
     if (a[i] != b[i]) return false;
