@@ -57,16 +57,16 @@ void TavoTrace::TraceEx(const char* sourceFile, int line, std::uint32_t module, 
   if (!IsTraced(module, level)) return;
   va_list arguments;
   va_start(arguments, format);
-  va_list again;
-  va_copy(again, arguments);
+  // The analyzer does not see that va_start has set it.
+  // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized)
   const int length = std::vsnprintf(nullptr, 0, format, arguments);
-  if (length >= 0) {
-    std::string message(std::size_t(length), '\0');
-    std::vsnprintf(message.data(), message.size() + 1, format, again);
-    Write(sourceFile, line, message);
-  }
-  va_end(again);
   va_end(arguments);
+  if (length < 0) return;
+  std::string message(std::size_t(length), '\0');
+  va_start(arguments, format);
+  std::vsnprintf(message.data(), message.size() + 1, format, arguments);
+  va_end(arguments);
+  Write(sourceFile, line, message);
 }
 
 void TavoTrace::Write(const char* sourceFile, int line, std::string_view message) {

@@ -143,6 +143,7 @@ TEST(PrivateProfileTest, WritersLoseNothing) {
   const test::TempFolder folder;
   const std::string path = folder.Path("p.ini");
   std::vector<std::thread> writers;
+  writers.reserve(kWriters);
   for (int writer = 0; writer < kWriters; writer++) {
     writers.emplace_back([&path, writer] {
       for (int i = 0; i < kWrites; i++) {

@@ -134,8 +134,7 @@ TEST_F(RegistryTest, ListsDatabasesInOrder) {
 TEST_F(RegistryTest, DatabaseRootComesFromTheHostProfile) {
   const std::string profile = registry_.Folder().Path("host.ini");
   SetHostProfile(profile);
-  ASSERT_TRUE(
-      platform::WriteProfile("Vemra Server\\Databases", "DBRoot", "C:\\db", profile.c_str()));
+  ASSERT_TRUE(platform::WriteProfile("Vemra Server\\Databases", "DBRoot", "C:\\db", profile));
   std::string root;
   EXPECT_EQ(GetDBRoot(root), 0);  // no such key yet
   ASSERT_EQ(WriteListOfDBNames({}), 1);
@@ -147,6 +146,7 @@ TEST_F(RegistryTest, DatabaseRootComesFromTheHostProfile) {
 
 TEST_F(RegistryTest, ThreadsLoseNothing) {
   std::vector<std::thread> threads;
+  threads.reserve(4);
   for (int thread = 0; thread < 4; thread++) {
     threads.emplace_back([thread] {
       for (std::uint32_t i = 0; i < 25; i++) {

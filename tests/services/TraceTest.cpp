@@ -89,6 +89,7 @@ TEST_F(TraceTest, ThreadsNeverTearLines) {
   {
     TavoTrace trace;
     std::vector<std::thread> threads;
+    threads.reserve(4);
     for (int i = 0; i < 4; i++) {
       threads.emplace_back([&] {
         for (int line = 0; line < 100; line++) trace.Trace("s", 1, 1, 0, message);

@@ -159,8 +159,8 @@ class Store {
         "SELECT name FROM key WHERE parent = ? ORDER BY name COLLATE NOCASE",
         "SELECT name, type, data FROM value WHERE key = ? AND name = ?",
         "SELECT name, type, data FROM value WHERE key = ? ORDER BY id",
-        "INSERT INTO value(key, name, type, data) VALUES(?, ?, ?, ?)"
-        " ON CONFLICT(key, name) DO UPDATE SET type = excluded.type, data = excluded.data",
+        R"(INSERT INTO value(key, name, type, data) VALUES(?, ?, ?, ?)
+           ON CONFLICT(key, name) DO UPDATE SET type = excluded.type, data = excluded.data)",
         "DELETE FROM value WHERE key = ? AND name = ?",
     };
     sqlite3_stmt*& statement = statements_[which];
@@ -252,10 +252,15 @@ class Transaction {
   bool open_;
 };
 
+// Names end at a NUL, as for the system's own calls.
+std::string_view UpToNul(const std::string& text) {
+  return text.c_str();
+}
+
 // Single backslashes between components, none at the ends.
 std::string Tidy(const std::string& path) {
   std::string tidy;
-  std::string_view rest = path;
+  std::string_view rest = UpToNul(path);
   while (!rest.empty()) {
     const std::string_view name = rest.substr(0, rest.find('\\'));
     rest.remove_prefix(std::min(name.size() + 1, rest.size()));
@@ -299,7 +304,7 @@ class StoredKey : public RegistryKey {
     const Use use(access_ != RegistryAccess::kWrite);
     if (!use) return 0;
     Query query = use.store.Use(Store::kGetValue);
-    if (!query.Bind(id_).Bind(name.c_str()).Row()) return 0;
+    if (!query.Bind(id_).Bind(UpToNul(name)).Row()) return 0;
     value = ReadRow(query);
     return 1;
   }
@@ -335,20 +340,20 @@ class StoredKey : public RegistryKey {
     if (!use) return 0;
     // A deleted key refuses the value by the reference from value to key.
     Query query = use.store.Use(Store::kSetValue);
-    query.Bind(id_).Bind(value.name.c_str()).Bind(std::int64_t(value.type)).BindBlob(value.data);
+    query.Bind(id_).Bind(UpToNul(value.name)).Bind(std::int64_t(value.type)).BindBlob(value.data);
     return query.Done() ? 1 : 0;
   }
 
   int DeleteValue(const std::string& name) override {
     const Use use(access_ != RegistryAccess::kRead);
     if (!use) return 0;
-    const bool done = use.store.Use(Store::kDeleteValue).Bind(id_).Bind(name.c_str()).Done();
+    const bool done = use.store.Use(Store::kDeleteValue).Bind(id_).Bind(UpToNul(name)).Done();
     return done && use.store.Changes() == 1 ? 1 : 0;
   }
 
   int DeleteChild(const std::string& name) override {
     const Use use(access_ != RegistryAccess::kRead);
-    const std::string below = Tidy(name.c_str());
+    const std::string below = Tidy(name);
     if (!use || below.empty()) return 0;
     Transaction transaction(use.store);
     if (!transaction || !Exists(use.store)) return 0;
@@ -381,7 +386,7 @@ class StoredKey : public RegistryKey {
 std::unique_ptr<RegistryKey> OpenRegistryKey(const std::string& path, RegistryAccess access) {
   Store& store = Store::Get();
   const std::lock_guard lock(store.Mutex());
-  const std::string tidy = Tidy(path.c_str());
+  const std::string tidy = Tidy(path);
   const std::int64_t id = store.Open(false) ? FindKey(store, tidy) : 0;
   return id == 0 ? nullptr : std::make_unique<StoredKey>(id, tidy, access);
 }
@@ -389,7 +394,7 @@ std::unique_ptr<RegistryKey> OpenRegistryKey(const std::string& path, RegistryAc
 std::unique_ptr<RegistryKey> CreateRegistryKey(const std::string& path, RegistryAccess access) {
   Store& store = Store::Get();
   const std::lock_guard lock(store.Mutex());
-  const std::string tidy = Tidy(path.c_str());
+  const std::string tidy = Tidy(path);
   if (tidy.empty() || !store.Open(true)) return nullptr;
   std::int64_t id = FindKey(store, tidy);
   if (id == 0) {
