@@ -101,7 +101,11 @@ const CodePage& CodePage::Windows1252() {
 
 const CodePage& CodePage::OfLanguage(const std::string& language) {
   std::string path;
-  if (language.empty() || !GetLanguagePath(language, path) || path.empty()) return Windows1252();
+  const bool hasFile = !language.empty() && GetLanguagePath(language, path) && !path.empty();
+  return hasFile ? OfPackFile(path) : Windows1252();
+}
+
+const CodePage& CodePage::OfPackFile(const std::string& path) {
   const CodePage* const page = Find(ReadCodePageNumber(path));
   return page != nullptr ? *page : Windows1252();
 }

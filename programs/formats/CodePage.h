@@ -14,8 +14,7 @@ struct CodePageTable;
 // UTF-8. Read-only: any thread may use it.
 //
 // What text becomes, chosen for what a searcher types:
-// - A soft hyphen and joiners and marks without width go, so that a word broken by them is found
-// whole.
+// - Soft hyphens, joiners and marks without width go, so that a word broken by them is found whole.
 // - A no-break space, other spaces and the zero-width space, which stands between words, become a
 //   blank; a line or paragraph separator becomes a line feed.
 // - Hyphens, dashes, quotes, primes and ligatures that the code page lacks are spelt with what it
@@ -27,10 +26,12 @@ class CodePage {
   // Null when there is no table for the number: see CodePageTables.h.
   static const CodePage* Find(int number);
   static const CodePage& Windows1252();
-  // The code page that the language's pack file names: key "Code Page" in the section
-  // "[Character Set]". Windows-1252 when it names none, or one without a table, and for the
-  // built-in pack.
+  // The code page of a language, which its pack file names: windows-1252 for a language without a
+  // pack file.
   static const CodePage& OfLanguage(const std::string& language);
+  // Key "Code Page" in the section "[Character Set]"; windows-1252 when the file, at a path in the
+  // Windows form, names none or one without a table.
+  static const CodePage& OfPackFile(const std::string& path);
 
   explicit CodePage(const CodePageTable& table);
 

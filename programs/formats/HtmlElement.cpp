@@ -11,7 +11,9 @@ namespace {
 
 // A start tag ends nothing outside the cell, caption, table or object that it stands in.
 constexpr std::uint16_t kScope = kGroupCell | kGroupTable | kGroupContainer;
-// Text other than that of a title is not in the head: any element of the page itself ends it.
+
+// Nearly every start tag closes kGroupHead: what is not a head's own element ends a head whose end
+// tag is missing.
 // clang-format off
 constexpr HtmlElement kElements[] = {
     {"a", HtmlBoundary::kInline, HtmlContent::kMarkup, kNoGroup, kGroupHead, kNoGroup},

@@ -35,8 +35,15 @@ std::size_t FindNoCase(std::string_view text, std::string_view name, std::size_t
 }
 
 void BlankControls(std::string& text) {
+  static const std::array<bool, 256> isControl = [] {
+    std::array<bool, 256> table = kIsBlank;
+    for (const char kept : {' ', '\t', '\n', '\f', '\r'}) {
+      table[static_cast<unsigned char>(kept)] = false;
+    }
+    return table;
+  }();
   for (char& c : text) {
-    if (IsBlank(c) && c != '\t' && c != '\n' && c != '\f' && c != '\r') c = ' ';
+    if (isControl[static_cast<unsigned char>(c)]) c = ' ';
   }
 }
 

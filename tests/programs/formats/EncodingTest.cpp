@@ -3,6 +3,7 @@
 #include "programs/formats/CodePage.h"
 #include "programs/formats/DocumentEncoding.h"
 #include "programs/formats/Utf8.h"
+#include "tests/TempFolder.h"
 
 namespace vemra {
 namespace {
@@ -72,6 +73,19 @@ TEST(CodePageTest, ByteWithoutMeaningPrintsAsReplacement) {
   // Every byte above 127 of the Arabic page is assigned; 0x98 alone is free in the Cyrillic one.
   EXPECT_EQ(CodePage::Find(1256)->FromUtf8("\xE6\xBC\xA2"), "\x1A");
   EXPECT_EQ(CodePage::Find(1251)->FromUtf8("\xE6\xBC\xA2"), "\x98");
+}
+
+TEST(CodePageTest, IsReadFromAPackFile) {
+  const test::TempFolder folder;
+  const auto numberOf = [&folder](const std::string& pack) {
+    test::WriteHostFile(folder.Host() / "a.pack", pack);
+    return CodePage::OfPackFile(folder.Path("a.pack")).GetNumber();
+  };
+  EXPECT_EQ(numberOf("[Flags]\n65=A\n[Character Set]\nName=x\nCode Page=1251\n[Sort]\n"), 1251);
+  EXPECT_EQ(numberOf("[Character Set]\n[Flags]\nCode Page=1251\n"), 1252);
+  EXPECT_EQ(numberOf("[Character Set]\nCode Page=932\n"), 1252);
+  EXPECT_EQ(numberOf(""), 1252);
+  EXPECT_EQ(CodePage::OfPackFile(folder.Path("missing.pack")).GetNumber(), 1252);
 }
 
 TEST(Utf8Test, AsciiPrefixStopsAtEveryPlace) {
