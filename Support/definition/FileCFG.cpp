@@ -85,6 +85,7 @@ int CTavoFileCFG::Load(const std::string& path) {
 }
 
 int CTavoFileCFG::Load(INIWorker& reader) {
+  const INIWorker::Batch snapshot(reader);  // reads the file once for all its keys
   reader.SetSection(kGeneral);
   if (reader.GetString("IndexName", indexName_) == 0) return 0;
   reader.GetStringWithDefault("IndexFolder", indexFolder_, "");

@@ -72,8 +72,7 @@ TEST_F(DirScanTest, AFolderThatCannotBeReadYieldsNothing) {
 }
 
 TEST_F(DirScanTest, DeepTreesNeedNoHandleForEachLevel) {
-  // Deeper than a process may have open handles on many systems would be 1,024; the system's own
-  // limit of a path's length comes first, so the names are of one letter.
+  // Deeper than the walk keeps listings open, so that it goes on from those that it has closed.
   fs::path deep = folder_.Host();
   Paths expected;
   std::string shown;
