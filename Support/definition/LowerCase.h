@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <string>
 
+#include "Support/foundation/Ascii.h"
+
 namespace vemra {
 
 // The text with its ASCII letters in lower case, whatever the locale.
 inline std::string ToLowerCase(std::string text) {
-  std::transform(text.begin(), text.end(), text.begin(), [](char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-  });
+  std::transform(text.begin(), text.end(), text.begin(), ToAsciiLower);
   return text;
 }
 
