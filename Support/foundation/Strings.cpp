@@ -10,7 +10,7 @@ namespace {
 
 // Moves text past its first length characters and past the separator that follows them.
 std::string TakeItem(const char*& text, std::size_t length) {
-  const std::string item(text, length);
+  std::string item(text, length);
   text += length;
   if (*text != '\0') ++text;
   return item;
@@ -45,7 +45,7 @@ std::string ReadFileName(const char*& text) {
   const char* start = text + (isQuoted ? 1 : 0);
   const char* const end = std::strchr(start, isQuoted ? '"' : ',');
   if (isQuoted && end == nullptr) return "";
-  const std::string item =
+  std::string item =
       TakeItem(start, end == nullptr ? std::strlen(start) : static_cast<std::size_t>(end - start));
   text = start;
   if (*text == ',') ++text;

@@ -82,11 +82,10 @@ bool FindStart(std::string_view& path, std::string& folder) {
 // left to the system.
 void AddName(std::string_view name, Parts& parts) {
   if (name.empty() || name == ".") return;
-  if (name != "..") {
-    parts.names.push_back(name);
-  } else if (!parts.names.empty() && parts.names.back() != "..") {
+  const bool goesUp = name == "..";
+  if (goesUp && !parts.names.empty() && parts.names.back() != "..") {
     parts.names.pop_back();
-  } else if (parts.folder.empty()) {
+  } else if (!goesUp || parts.folder.empty()) {
     parts.names.push_back(name);
   }
 }
