@@ -187,6 +187,7 @@ void WriteDefinition(const DefinitionRequest& request) try {
   CTavoFileCFG configuration;
   configuration.SetFileName(request.path);
   configuration.SetLanguage(request.language);
+  configuration.SetToolbarSize("80");  // what a definition without the key has
   configuration.Create(FileName(Stem(request.path)), folder, /*dynamic=*/0);
   configuration.SetIDX(&list, /*owner=*/0);
   configuration.Save();
