@@ -30,10 +30,14 @@ struct Outcome {
   std::string err;
 };
 
-// A database under construction in a folder of its own, with a registry of its own.
+// A database under construction in a folder of its own. The registry store is opened once per
+// process, so the tests that run in one share it.
 class ProgramTest : public ::testing::Test {
  protected:
-  ProgramTest() { setenv("VEMRA_REGISTRY", (folder_.Host() / "registry.db").c_str(), 1); }
+  static void SetUpTestSuite() {
+    static const test::TempFolder folder;
+    setenv("VEMRA_REGISTRY", (folder.Host() / "registry.db").c_str(), 1);
+  }
 
   std::string File(const std::string& name) const { return (folder_.Host() / name).string(); }
 
