@@ -2,7 +2,8 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
+#include <cstdint>
+#include <utility>
 
 #include "Support/foundation/Ascii.h"
 
@@ -90,26 +91,26 @@ void CTavoEntity::TranslateAllEscEntities(std::string& text) {
 template <typename MakeEntity>
 void CTavoEntity::ReplaceFound(std::string& text, MakeEntity makeEntity) {
   if (!HasEntity(text)) return;
-  std::array<std::string, 256> entities;
-  const auto entityOf = [&entities](char c) -> std::string& {
-    return entities[static_cast<unsigned char>(c)];
-  };
-  for (const std::string& found : found_) entityOf(found[0]) = makeEntity(found[0]);
-  if (!entityOf('&').empty() && !entityOf('"').empty()) {
-    entityOf('"').replace(0, 1, entityOf('&'));
+  std::vector<std::string> entities(1);  // the first stands for the characters that stay
+  std::array<std::uint8_t, 256> entityOf{};
+  for (const std::string& found : found_) {
+    entityOf[static_cast<unsigned char>(found[0])] = static_cast<std::uint8_t>(entities.size());
+    entities.push_back(makeEntity(found[0]));
+  }
+  if (entityOf['"'] != 0 && entityOf['&'] != 0) {
+    entities[entityOf['"']].replace(0, 1, entities[entityOf['&']]);
   }
 
-  std::size_t length = 0;
-  for (const char c : text) length += entityOf(c).empty() ? 1 : entityOf(c).size();
   std::string result;
-  result.reserve(length);
-  for (const char c : text) {
-    if (entityOf(c).empty()) {
-      result += c;
-    } else {
-      result += entityOf(c);
-    }
+  result.reserve(text.size() + text.size() / 2);
+  std::size_t copied = 0;
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    const std::uint8_t entity = entityOf[static_cast<unsigned char>(text[at])];
+    if (entity == 0) continue;
+    result.append(text, copied, at - copied).append(entities[entity]);
+    copied = at + 1;
   }
+  result.append(text, copied);
   text = std::move(result);
 }
 
