@@ -101,9 +101,9 @@ bool ReadIndexLine(const char* line, LangPackTables& tables) {
   ++line;
   if (!ReadRange(line, to) || *line != '\0') return false;
   if (from.first > from.last || from.GetLength() != to.GetLength()) return false;
-  for (int k = 0; k < from.GetLength(); ++k) {
-    tables.toIndex[static_cast<std::size_t>(from.first + k)] =
-        static_cast<std::uint8_t>(to.first + k);
+  const int shift = to.first - from.first;
+  for (int byte = from.first; byte <= from.last; ++byte) {
+    tables.toIndex[static_cast<std::size_t>(byte)] = static_cast<std::uint8_t>(byte + shift);
   }
   return true;
 }
