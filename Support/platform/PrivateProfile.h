@@ -24,8 +24,8 @@ namespace vemra::platform {
 // A missing key gives fallback. With a null key the answer is the list of the section's keys, and
 // with a null section that of the sections: each name ends with a NUL, and one more ends the list.
 // What does not fit is cut: a string to size - 1 characters, a list to size - 2 and one NUL.
-// fallback loses one pair of enclosing quotes and, unless it stands in for a list, first its trailing
-// blanks.
+// fallback loses one pair of enclosing quotes and, unless it stands in for a list, first its
+// trailing blanks.
 std::uint32_t QueryProfile(const char* section, const char* key, const char* fallback, char* buffer,
                            std::uint32_t size, const std::string& path);
 
