@@ -42,6 +42,13 @@ def run(command, env):
     return float(seconds), float(kilobytes) / 1024
 
 
+def remove(path):
+    if path.is_dir():
+        shutil.rmtree(path)
+    else:
+        path.unlink(missing_ok=True)
+
+
 def best(runs):
     """The best time and the worst memory of several runs."""
     return min(seconds for seconds, _ in runs), max(megabytes for _, megabytes in runs)
@@ -65,8 +72,11 @@ def rows(build):
                     "--mime-type=html:text/html", "--stemmer=none", str(pages)],
         "fts5-direct": [str(build / "bench" / "fts5_direct"), str(pages), str(work / "direct.db")],
     }
+    indexes = [work / "pages.vix", work / "omega", work / "direct.db"]
     measured = {name: [] for name in commands}
     for _ in range(RUNS):  # interleaved, so that a noisy minute hits everybody
+        for index in indexes:  # everybody starts from nothing
+            remove(index)
         for name, command in commands.items():
             measured[name].append(run(command, env))
     rate = {name: size / 1e6 / best(runs)[0] for name, runs in measured.items()}

@@ -1,6 +1,6 @@
 #pragma once
 
-// All of the foundation: utilities, profile files, settings, the registry store and checksums.
+// All of the foundation: utilities, profile files, settings and the registry store.
 
 #include "Support/foundation/BinaryRecords.h"
 #include "Support/foundation/DateTime.h"

@@ -69,7 +69,7 @@ void IndexWriter::PrepareFile() {
   // A checkpoint copies each page once more, so it waits for a batch; a commit alone does not wait
   // for the disk, and the end of the process, however it comes, loses nothing of it.
   connection_.Execute(
-      "PRAGMA journal_mode=WAL; PRAGMA synchronous=NORMAL; PRAGMA cache_size=-8000;"
+      "PRAGMA journal_mode=WAL; PRAGMA synchronous=NORMAL; PRAGMA cache_size=-16000;"
       "PRAGMA wal_autocheckpoint=4000; PRAGMA journal_size_limit=33554432");
 }
 

@@ -2,10 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <tuple>
 
 #include "Support/platform/Clock.h"
+#include "tests/TimeZone.h"
 
 namespace vemra {
 namespace {
@@ -104,10 +104,7 @@ class ScheduleZoneTest : public ::testing::TestWithParam<const char*> {};
 
 // Two years of moments that drift through the day, so that they meet every change of the clocks.
 TEST_P(ScheduleZoneTest, AgreesWithTheSlowSearch) {
-#if !defined(_WIN32)
-  ASSERT_EQ(setenv("TZ", GetParam(), 1), 0);
-  tzset();
-#endif
+  const test::TimeZone zone(GetParam());
   const std::int64_t start = 1704067200;  // 2024-01-01 00:00:00 UTC
   for (std::int64_t at = 0; at < 2 * 366 * 86400; at += 7 * 3600 + 11 * 60 + 1) {
     const DateTime now(start + at);
@@ -123,10 +120,6 @@ TEST_P(ScheduleZoneTest, AgreesWithTheSlowSearch) {
       }
     }
   }
-#if !defined(_WIN32)
-  unsetenv("TZ");
-  tzset();
-#endif
 }
 
 INSTANTIATE_TEST_SUITE_P(Zones, ScheduleZoneTest,
