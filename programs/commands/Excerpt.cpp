@@ -1,5 +1,8 @@
 #include "programs/commands/Excerpt.h"
 
+#include <algorithm>
+
+#include "Support/definition/FileINI.h"
 #include "Support/foundation/Strings.h"
 #include "Support/text/HighlightWrapper.h"
 #include "Support/text/ParseFile.h"
@@ -21,6 +24,14 @@ class PieceStyle : public HitStyle {
   void AppendEnd(int, std::string&) const override {}
 };
 
+// The title is shown anyway, so its hits count only where there are no others.
+void PreferHitsOutsideTitle(std::vector<engine::Hit>& hits, const CTavoFileINI& fields) {
+  const auto isInTitle = [&](const engine::Hit& hit) {
+    return fields.GetTitlePos(hit.fieldno) >= 0;
+  };
+  if (!std::all_of(hits.begin(), hits.end(), isInTitle)) std::erase_if(hits, isInTitle);
+}
+
 std::string OnOneLine(const std::string& text) {
   std::string line;
   SmartStrncopy(line, text, static_cast<int>(text.size()));
@@ -33,6 +44,7 @@ std::string OnOneLine(const std::string& text) {
 
 std::string MakeExcerpt(FormatWrapper& wrapper, const engine::TextRecord& text,
                         std::vector<engine::Hit> hits, const HitStyle& style) {
+  PreferHitsOutsideTitle(hits, wrapper.GetFileINI());
   engine::HitSearch search(std::move(hits));
   TavoHighlightWrapper highlight(TavoHighlightWrapper::kAroundFirstHit, &search, kExcerptWords,
                                  wrapper.GetLangPack());

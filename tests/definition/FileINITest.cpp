@@ -218,13 +218,13 @@ TEST_F(FileINITest, MapsFieldNamesInQueries) {
   } kRows[] = {
       {"just words", "just words", ""},
       {"", "", ""},
-      {"Author: Smith", "2:Smith;", ""},
-      {" Author :Smith ; Title: a:b ;", "2:Smith;1:a:b;", ""},
-      {"Author: Smith; Nope: x", "", "Author: Smith; Nope: x\n   fieldname Nope is invalid"},
+      {"Author: editors", "2:editors;", ""},
+      {" Author :editors ; Title: a:b ;", "2:editors;1:a:b;", ""},
+      {"Author: editors; Nope: x", "", "Author: editors; Nope: x\n   fieldname Nope is invalid"},
       {"Nope: x; author: y; Title: z;", "1:z;",
        "Nope: x; author: y; Title: z;\n   fieldname Nope is invalid\n   fieldname author is "
        "invalid"},
-      {"Author: Smith; loose; Title: x", "", ""},
+      {"Author: editors; loose; Title: x", "", ""},
       {"Author:", "2:;", ""},
   };
   for (const auto& row : kRows) {

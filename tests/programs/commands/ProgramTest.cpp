@@ -79,7 +79,7 @@ class ProgramTest : public ::testing::Test {
 };
 
 constexpr const char* kPage =
-    "<html><head><title>Cats &amp; mice</title><meta name=\"author\" content=\"Ann Smith\">"
+    "<html><head><title>Cats &amp; mice</title><meta name=\"author\" content=\"the editors\">"
     "</head><body><h1>Caf\xc3\xa9</h1><p>A well-known cat. <img alt=\"sleeping tom\"> "
     "<a href=\"x\">more</a></body></html>";
 
@@ -97,9 +97,9 @@ TEST_F(ProgramTest, FindsByFieldsPhrasesAndPatterns) {
               ::testing::UnorderedElementsAre("latin.txt", "page.html"));
   EXPECT_THAT(Find("Title: cat*;"), ElementsAre("page.html"));
   EXPECT_THAT(Find("Title: cat;"), ElementsAre());
-  EXPECT_THAT(Find("Author: smith; Image text: tom; Heading: caf\xc3\xa9; Link: more;"),
+  EXPECT_THAT(Find("Author: editors; Image text: tom; Heading: caf\xc3\xa9; Link: more;"),
               ElementsAre("page.html"));
-  EXPECT_THAT(Find("smith"), ElementsAre("page.html"));  // the general field holds every field
+  EXPECT_THAT(Find("editors"), ElementsAre("page.html"));  // the general field holds every field
 }
 
 TEST_F(ProgramTest, PrintsResults) {
