@@ -30,11 +30,13 @@ std::string ItemKey(const std::string& key, std::size_t index) {
 
 }  // namespace
 
-// The file as it was when the batch opened with the edits since then, and those edits.
+// The file as it was when the batch opened with the edits since then, and what there is to store:
+// those edits and what they start from.
 struct INIWorker::Batch::State {
   std::string path;
   platform::ProfileText text;
   std::vector<platform::ProfileEdit> edits;
+  platform::ProfileBase base = platform::ProfileBase::kCurrent;
 
   explicit State(const std::string& settingsPath)
       : path(settingsPath), text(platform::LoadProfile(settingsPath)) {}
@@ -43,6 +45,20 @@ struct INIWorker::Batch::State {
     text.Apply(edit);
     text.Normalize();
     edits.push_back(std::move(edit));
+  }
+
+  void StartFromEmpty() {
+    text = platform::ProfileText();
+    edits.clear();
+    base = platform::ProfileBase::kEmpty;
+  }
+
+  bool Store() {
+    if (edits.empty() && base == platform::ProfileBase::kCurrent) return true;
+    if (!platform::EditProfile(edits, path, base)) return false;
+    edits.clear();
+    base = platform::ProfileBase::kCurrent;
+    return true;
   }
 };
 
@@ -347,12 +363,15 @@ int INIWorker::GetTimeSpan(const std::string& sectionName, const std::string& ke
 
 int INIWorker::DeleteContents() {
   if (path_.empty()) return 0;
+  // In a batch the old contents stay until the new ones take their place.
+  const auto creation =
+      batch_ == nullptr ? TavoFile::Creation::kCreateTruncate : TavoFile::Creation::kOpenOrCreate;
   try {
-    TavoFile(path_, TavoFile::Access::kReadWrite, TavoFile::Creation::kCreateTruncate);
+    TavoFile(path_, TavoFile::Access::kReadWrite, creation);
   } catch (const std::system_error&) {
     return 0;
   }
-  if (batch_ != nullptr) *batch_->state_ = Batch::State(path_);
+  if (batch_ != nullptr) batch_->state_->StartFromEmpty();
   return 1;
 }
 
@@ -365,17 +384,13 @@ INIWorker::Batch::Batch(INIWorker& worker) : worker_(worker) {
 INIWorker::Batch::~Batch() {
   if (!state_) return;
   worker_.batch_ = nullptr;
-  if (!state_->edits.empty()) platform::EditProfile(state_->edits, state_->path);
+  state_->Store();
 }
 
 int INIWorker::Batch::Commit() {
-  if (!state_ || state_->edits.empty()) return 1;
-  if (!platform::EditProfile(state_->edits, state_->path)) {
-    if (worker_.throwOnFailure_ != 0) throw TavoINIException(state_->path);
-    return 0;
-  }
-  state_->edits.clear();
-  return 1;
+  if (!state_ || state_->Store()) return 1;
+  if (worker_.throwOnFailure_ != 0) throw TavoINIException(state_->path);
+  return 0;
 }
 
 }  // namespace vemra

@@ -122,7 +122,8 @@ class SUPPORT_API INIWorker {
                   TimeSpan fallback);
 
   // Empties the file, creating it when it is missing. 0 when the worker has no path or the file
-  // cannot be opened. In a batch, what the batch wrote so far is dropped too.
+  // cannot be opened. In a batch the file is emptied when the batch is stored, and what the batch
+  // wrote so far is dropped.
   int DeleteContents();
 
  private:

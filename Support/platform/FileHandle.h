@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <string>
+#include <utility>
 
 #include "Support/foundation/File.h"
 
@@ -15,8 +16,14 @@ class FileHandle {
  public:
   FileHandle() = default;
   ~FileHandle() { Close(); }
-  FileHandle(FileHandle&& other) noexcept : handle_(other.handle_) { other.handle_ = kNone; }
-  FileHandle& operator=(FileHandle&& other) noexcept;
+  FileHandle(FileHandle&& other) noexcept : handle_(std::exchange(other.handle_, kNone)) {}
+  FileHandle& operator=(FileHandle&& other) noexcept {
+    if (this != &other) {
+      Close();
+      handle_ = std::exchange(other.handle_, kNone);
+    }
+    return *this;
+  }
   FileHandle(const FileHandle&) = delete;
   FileHandle& operator=(const FileHandle&) = delete;
 

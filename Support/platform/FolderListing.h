@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 
 #include "Support/platform/Files.h"
 
@@ -19,8 +20,13 @@ class FolderListing {
  public:
   FolderListing() = default;
   ~FolderListing() { Close(); }
-  FolderListing(FolderListing&& other) noexcept;
-  FolderListing& operator=(FolderListing&& other) noexcept;
+  FolderListing(FolderListing&& other) noexcept
+      : handle_(std::exchange(other.handle_, 0)), identity_(other.identity_) {}
+  FolderListing& operator=(FolderListing&& other) noexcept {
+    std::swap(handle_, other.handle_);
+    std::swap(identity_, other.identity_);
+    return *this;
+  }
   FolderListing(const FolderListing&) = delete;
   FolderListing& operator=(const FolderListing&) = delete;
 

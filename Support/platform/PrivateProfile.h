@@ -45,8 +45,11 @@ std::vector<std::string> ReadProfileKeys(const std::string& section, const std::
 // The file in memory, empty when it cannot be read. (On Windows it is read as ProfileText says, a
 // UTF-16 file not at all.)
 ProfileText LoadProfile(const std::string& path);
-// Applies the edits in order to what the file now holds and stores the result at once. False as for
-// WriteProfile; nothing is changed then.
-bool EditProfile(const std::vector<ProfileEdit>& edits, const std::string& path);
+// What edits are applied to: what the file holds when they are stored, or nothing.
+enum class ProfileBase { kCurrent, kEmpty };
+// Applies the edits in order and stores the result at once. False as for WriteProfile; nothing is
+// changed then.
+bool EditProfile(const std::vector<ProfileEdit>& edits, const std::string& path,
+                 ProfileBase base = ProfileBase::kCurrent);
 
 }  // namespace vemra::platform

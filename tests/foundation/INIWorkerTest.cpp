@@ -213,5 +213,26 @@ TEST_F(INIWorkerTest, DeleteContentsEmptiesOrCreates) {
   EXPECT_EQ(Bytes(), "");
 }
 
+// Whatever ends the process meanwhile, the file holds its old contents or its new ones.
+TEST_F(INIWorkerTest, ABatchKeepsDeletedContentsUntilItIsStored) {
+  ASSERT_EQ(worker_.PutNum("old", 1), 1);
+  const std::string before = Bytes();
+  {
+    INIWorker::Batch batch(worker_);
+    worker_.PutNum("dropped", 1);
+    ASSERT_EQ(worker_.DeleteContents(), 1);
+    worker_.PutNum("new", 2);
+    EXPECT_EQ(Bytes(), before);
+    EXPECT_EQ(worker_.GetNum("S", "old"), 0);
+  }
+  EXPECT_EQ(Bytes(), "[S]\r\nnew=2\r\n");
+  {
+    INIWorker::Batch batch(worker_);
+    ASSERT_EQ(worker_.DeleteContents(), 1);
+    EXPECT_EQ(batch.Commit(), 1);
+  }
+  EXPECT_EQ(Bytes(), "");
+}
+
 }  // namespace
 }  // namespace vemra

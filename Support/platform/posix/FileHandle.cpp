@@ -50,15 +50,6 @@ constexpr std::size_t kMaxTransfer = 0x7FFFF000;
 
 }  // namespace
 
-FileHandle& FileHandle::operator=(FileHandle&& other) noexcept {
-  if (this != &other) {
-    Close();
-    handle_ = other.handle_;
-    other.handle_ = kNone;
-  }
-  return *this;
-}
-
 bool FileHandle::Open(const std::string& path, Access access, Creation creation, Share share) {
   Close();
   const std::string host = ToHostPath(path);

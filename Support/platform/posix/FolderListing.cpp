@@ -6,7 +6,6 @@
 
 #include <cerrno>
 #include <cstring>
-#include <utility>
 
 #include "Support/platform/Errors.h"
 #include "Support/platform/Paths.h"
@@ -39,15 +38,6 @@ bool IsSymbolicLink(DIR* listing, const char* name) {
 }
 
 }  // namespace
-
-FolderListing::FolderListing(FolderListing&& other) noexcept
-    : handle_(std::exchange(other.handle_, 0)), identity_(other.identity_) {}
-
-FolderListing& FolderListing::operator=(FolderListing&& other) noexcept {
-  std::swap(handle_, other.handle_);
-  std::swap(identity_, other.identity_);
-  return *this;
-}
 
 bool FolderListing::Open(const std::string& path) {
   Close();

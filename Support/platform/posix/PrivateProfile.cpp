@@ -251,7 +251,7 @@ std::string FollowLinks(const std::string& hostPath) {
 
 // Under the writers' lock.
 bool ReplaceLocked(const std::vector<ProfileEdit>& edits, const std::string& path,
-                   const std::string& hostPath, Staging& staging) {
+                   const std::string& hostPath, ProfileBase base, Staging& staging) {
   struct stat old = {};
   const bool exists = stat(hostPath.c_str(), &old) == 0;
   FileHandle held;  // fails where another opener denies writing, and keeps others from denying it
@@ -259,12 +259,12 @@ bool ReplaceLocked(const std::vector<ProfileEdit>& edits, const std::string& pat
                            TavoFile::Share::kAll))
     return false;
   ProfileText text;
-  if (exists) {
+  if (exists && base == ProfileBase::kCurrent) {
     const auto current = Load(hostPath);
     if (!current) return false;
     text = *current;
   }
-  if (!ApplyAll(edits, text)) return true;
+  if (!ApplyAll(edits, text) && base == ProfileBase::kCurrent) return true;
   std::string bytes = text.Serialize();
   if (bytes.size() > ProfileText::kMaxSize) return Fail(kAccessDenied);
   if (!staging.Replace(bytes, exists ? &old : nullptr)) return FailWithErrno();
@@ -354,19 +354,21 @@ ProfileText LoadProfile(const std::string& path) {
   return text ? *text : ProfileText();
 }
 
-bool EditProfile(const std::vector<ProfileEdit>& edits, const std::string& path) {
+bool EditProfile(const std::vector<ProfileEdit>& edits, const std::string& path, ProfileBase base) {
   std::string hostPath = ToHostPath(path);
   if (hostPath.empty()) return false;
   hostPath = FollowLinks(hostPath);
-  // Without a change nothing is touched, not even to lock.
-  const auto current = Load(hostPath);
-  if (!current && GetLastErrorCode() != kFileNotFound) return false;
-  ProfileText trial = current ? *current : ProfileText();
-  if (!ApplyAll(edits, trial)) return true;
+  if (base == ProfileBase::kCurrent) {
+    // Without a change nothing is touched, not even to lock.
+    const auto current = Load(hostPath);
+    if (!current && GetLastErrorCode() != kFileNotFound) return false;
+    ProfileText trial = current ? *current : ProfileText();
+    if (!ApplyAll(edits, trial)) return true;
+  }
 
   Staging staging;
   if (!staging.Open(hostPath)) return FailWithErrno(hostPath);
-  return ReplaceLocked(edits, path, hostPath, staging);
+  return ReplaceLocked(edits, path, hostPath, base, staging);
 }
 
 }  // namespace vemra::platform

@@ -48,15 +48,6 @@ constexpr std::size_t kMaxTransfer = 0x40000000;
 
 }  // namespace
 
-FileHandle& FileHandle::operator=(FileHandle&& other) noexcept {
-  if (this != &other) {
-    Close();
-    handle_ = other.handle_;
-    other.handle_ = kNone;
-  }
-  return *this;
-}
-
 bool FileHandle::Open(const std::string& path, Access access, Creation creation, Share share) {
   Close();
   const HANDLE handle = ::CreateFileA(path.c_str(), AccessFlags(access), ShareFlags(share), nullptr,

@@ -4,7 +4,6 @@
 
 #include <cstring>
 #include <memory>
-#include <utility>
 
 #include "Support/platform/win32/Identity.h"
 
@@ -40,15 +39,6 @@ bool Advance(Search& search) {
 }
 
 }  // namespace
-
-FolderListing::FolderListing(FolderListing&& other) noexcept
-    : handle_(std::exchange(other.handle_, 0)), identity_(other.identity_) {}
-
-FolderListing& FolderListing::operator=(FolderListing&& other) noexcept {
-  std::swap(handle_, other.handle_);
-  std::swap(identity_, other.identity_);
-  return *this;
-}
 
 bool FolderListing::Open(const std::string& path) {
   Close();

@@ -102,7 +102,7 @@ ProfileText LoadProfile(const std::string& path) {
 }
 
 // The system's own calls rewrite the file in place; many edits do so once.
-bool EditProfile(const std::vector<ProfileEdit>& edits, const std::string& path) {
+bool EditProfile(const std::vector<ProfileEdit>& edits, const std::string& path, ProfileBase base) {
   const std::string full = MakeFull(path);
   Flush(full);
   FileHandle file;
@@ -111,8 +111,9 @@ bool EditProfile(const std::vector<ProfileEdit>& edits, const std::string& path)
                  TavoFile::Share::kDenyReadWrite) ||
       !ReadWhole(file, bytes))
     return false;
+  bool changed = base == ProfileBase::kEmpty;
+  if (changed) bytes.clear();
   ProfileText text(std::move(bytes));
-  bool changed = false;
   for (const ProfileEdit& edit : edits) changed |= text.Apply(edit);
   if (!changed) return true;
   bytes = text.Serialize();
