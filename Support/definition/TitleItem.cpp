@@ -12,7 +12,6 @@ int TavoTitleItem::AddSection(TavoSection* section, int titleMax) {
       std::int64_t{IsElastic() ? titleMax : maxLength_} - static_cast<std::int64_t>(before + joint);
   if (room < 1) return 0;
   const std::string added = section->MakeWordFromContents(-1, static_cast<int>(room), nullptr);
-  if (added.empty()) return 0;
   if (before != 0) text_ += separator_;
   text_ += added;
   return static_cast<int>(text_.size() - before);

@@ -39,8 +39,7 @@ class SUPPORT_API TavoTitleItem {
   const std::string& GetText() const { return text_; }
   void ClearText() { text_.clear(); }
   // Appends the section's text after the separator, as far as there is room: the item's length, or
-  // titleMax for the elastic item. Returns the number of characters added, the separator included;
-  // 0 for a section without any text.
+  // titleMax for the elastic item. Returns the number of characters added, the separator included.
   int AddSection(TavoSection* section, int titleMax);
 
  private:

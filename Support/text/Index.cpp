@@ -104,7 +104,6 @@ void TavoIndex::AddSortKeysAndEntries(TavoSection& section, const CTavoFieldList
   const CTavoFieldList asking = FieldsWith(fields, fieldrule::kAltSort | fieldrule::kEntry);
   if (asking.IsEmpty()) return;
   const std::string text = section.GetTextContents(std::max(maxSortKeySize_, kMinFetchedText));
-  if (text.empty()) return;  // white space between elements is no value
   for (POSITION position = asking.GetStartPosition(); position != 0;) {
     const int field = asking.GetNextFieldno(position);
     const CTavoField* const definition = definitions_.GetField(field);
@@ -143,9 +142,7 @@ void TavoIndex::IndexParts(const TavoWord& compound, const TavoLangPack& pack, i
 
 void TavoIndex::IndexExpression(TavoSection& section, const CTavoFieldList& fields) {
   if (fields.IsEmpty()) return;
-  int words = 0;
-  const std::string expression = section.MakeExpression(&words);
-  if (words == 0) return;
+  const std::string expression = section.MakeExpression();
   for (POSITION position = fields.GetStartPosition(); position != 0;) {
     const int field = fields.GetNextFieldno(position);
     IndexWord(expression.c_str(), field, GetRules(field) & ~kWordFlags, kPart);

@@ -51,8 +51,8 @@ class SUPPORT_API TavoIndex {
 
   // Indexes a section for the fields of the list, none for an empty one: sort keys and entries for
   // every field that asks for them, words to the first field only, expressions to each field that
-  // asks for them. White space alone is no sort key and no entry, and without words there is no
-  // expression. The two integers have no meaning yet; pass 0.
+  // asks for them. A section without text counts like any other, so a format does not deliver white
+  // space alone. The two integers have no meaning yet; pass 0.
   void IndexSection(TavoSection* section, const CTavoFieldList& fields, int reserved1 = 0,
                     int reserved2 = 0);
   void IndexWord(const char* word, int field, std::uint32_t flags, int part);

@@ -253,7 +253,7 @@ TEST_F(FileINITest, ComposesTitles) {
   add(3, "abc");
   add(3, "def");
   add(9, "no such item");
-  EXPECT_EQ(definitions_.MakeTitle(), "one two/x/y@elastic text t@abc") << "30 - 2 - 14 = 14 left";
+  EXPECT_EQ(definitions_.MakeTitle(), "one two//x/y@elastic text @abc") << "30 - 2 - 15 = 13 left";
   definitions_.ClearTitles();
   add(3, "abcdefgh");
   EXPECT_EQ(definitions_.MakeTitle(), "@@abcde");

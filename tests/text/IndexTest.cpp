@@ -64,7 +64,7 @@ TEST_F(IndexTest, SendsWordsInOrder) {
       {"e.g. this", {0}, "P e.g:0 +e:0 +g:0 S this:0"},
       {"New York", {kExpression}, "P new:4 york:4 +new\xA0york:4,100"},
       {"Paris!", {0, kExpression}, "P paris:0 +paris!\xA0:4,100"},
-      {"---", {kExpression}, ""},
+      {"---", {kExpression}, "+---\xA0:4,100"},
       {"word", {77}, "P word:77"},
   };
   for (const auto& row : kRows) {
