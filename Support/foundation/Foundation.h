@@ -1,6 +1,7 @@
 #pragma once
 
-// All of the foundation: utilities, profile files, settings and the registry store.
+// All of the foundation: utilities, profile files, settings, the registry store, fingerprint and
+// scrambling.
 
 #include "Support/foundation/BinaryRecords.h"
 #include "Support/foundation/DateTime.h"
@@ -18,6 +19,8 @@
 #include "Support/foundation/ProfileWriter.h"
 #include "Support/foundation/Registry.h"
 #include "Support/foundation/RegistryKey.h"
+#include "Support/foundation/Scramble.h"
+#include "Support/foundation/Signature32.h"
 #include "Support/foundation/Strings.h"
 #include "Support/foundation/VemraConfig.h"
 #include "Support/foundation/Wildcard.h"
