@@ -56,21 +56,22 @@ VEMRA_FOLDS std::uint32_t FingerprintByFolding(std::uint32_t fingerprint,
                                                const unsigned char* bytes, std::size_t length) {
   // The fingerprint stands before the first block: moved up over it, it is added to it.
   const std::uint32_t carried = RaiseByPower(fingerprint, 128);
-  __m128i blocks[4] = {LoadBlock(bytes), LoadBlock(bytes + 16), LoadBlock(bytes + 32),
-                       LoadBlock(bytes + 48)};
-  blocks[0] = _mm_xor_si128(blocks[0], _mm_set_epi64x(0, carried));
+  __m128i first = _mm_xor_si128(LoadBlock(bytes), _mm_set_epi64x(0, carried));
+  __m128i second = LoadBlock(bytes + 16);
+  __m128i third = LoadBlock(bytes + 32);
+  __m128i fourth = LoadBlock(bytes + 48);
   bytes += 64;
   length -= 64;
   // Four chains at once, as the processor begins a multiplication long before the last one ends.
   for (const __m128i factors = ToRegister(kOverFourBlocks); length >= 64; length -= 64) {
-    for (__m128i& block : blocks) {
-      block = Fold(block, factors, LoadBlock(bytes));
-      bytes += 16;
-    }
+    first = Fold(first, factors, LoadBlock(bytes));
+    second = Fold(second, factors, LoadBlock(bytes + 16));
+    third = Fold(third, factors, LoadBlock(bytes + 32));
+    fourth = Fold(fourth, factors, LoadBlock(bytes + 48));
+    bytes += 64;
   }
   const __m128i factors = ToRegister(kOverOneBlock);
-  __m128i block = blocks[0];
-  for (int i = 1; i < 4; ++i) block = Fold(block, factors, blocks[i]);
+  __m128i block = Fold(Fold(Fold(first, factors, second), factors, third), factors, fourth);
   for (; length >= 16; length -= 16, bytes += 16) block = Fold(block, factors, LoadBlock(bytes));
 
   alignas(16) unsigned char last[16];

@@ -10,22 +10,21 @@ std::size_t TrimLineEnd(const char* line, std::size_t length) {
   return length;
 }
 
-bool LineBlock::Next(std::FILE* stream, char* line, std::size_t size, std::size_t* length) {
-  const std::size_t limit = size - 1;
+char* LineBlock::Next(std::FILE* stream, std::size_t limit, std::size_t* length) {
   if (end_ - begin_ < limit && !isAtEnd_) Refill(stream);
-  if (begin_ == end_) return false;
-  const char* const start = bytes_.data() + begin_;
+  if (begin_ == end_) return nullptr;
+  char* line = bytes_.data() + begin_;
   const std::size_t available = std::min(limit, end_ - begin_);
-  const void* const feed = std::memchr(start, '\n', available);
+  const void* const feed = std::memchr(line, '\n', available);
   const std::size_t taken =
       feed == nullptr ? available
-                      : static_cast<std::size_t>(static_cast<const char*>(feed) - start) + 1;
+                      : static_cast<std::size_t>(static_cast<const char*>(feed) - line) + 1;
   begin_ += taken;
-  *length = TrimLineEnd(start, taken);
-  std::memcpy(line, start, *length);
+  *length = TrimLineEnd(line, taken);
+  if (*length == taken) line = cut_.assign(line, taken).data();
   line[*length] = '\0';
   if (holdsNul_) *length = TrimLineEnd(line, std::strlen(line));
-  return true;
+  return line;
 }
 
 void LineBlock::Refill(std::FILE* stream) {

@@ -47,14 +47,15 @@ CTavoProfileReader::~CTavoProfileReader() {
 }
 
 void CTavoProfileReader::AllocBuffer() {
-  line_ = std::make_unique<char[]>(kLineSize);
+  buffer_ = std::make_unique<char[]>(kLineLimit + 1);
+  line_ = buffer_.get();
 }
 
 int CTavoProfileReader::Open(std::FILE* stream) {
   path_.clear();
   stream_ = stream;
   ownsStream_ = 0;
-  block_.reset();
+  DropBlock();
   return IsOpen();
 }
 
@@ -82,6 +83,7 @@ int CTavoProfileReader::Attach(TavoFile& file) {
   stream_ = stream;
   ownsStream_ = 1;
   std::setvbuf(stream, nullptr, _IONBF, 0);  // the block is the buffer
+  DropBlock();
   block_ = std::make_unique<LineBlock>();
   return 1;
 }
@@ -91,12 +93,23 @@ void CTavoProfileReader::Close() {
   Open(static_cast<std::FILE*>(nullptr));
 }
 
+// A pending line outlives the stream that it came from.
+void CTavoProfileReader::DropBlock() {
+  if (line_ != buffer_.get()) std::memcpy(buffer_.get(), line_, lineLength_ + 1);
+  line_ = buffer_.get();
+  block_.reset();
+}
+
 int CTavoProfileReader::FillBuffer() {
-  if (block_ != nullptr) return block_->Next(stream_, line_.get(), kLineSize, &lineLength_);
+  if (block_ != nullptr) {
+    char* const line = block_->Next(stream_, kLineLimit, &lineLength_);
+    if (line != nullptr) line_ = line;
+    return line != nullptr;
+  }
   // The caller's stream must not be read ahead. Once its end was seen, it stays at its end even if
   // the file grows.
-  if (std::feof(stream_) || std::fgets(line_.get(), kLineSize, stream_) == nullptr) return 0;
-  lineLength_ = TrimLineEnd(line_.get(), std::strlen(line_.get()));
+  if (std::feof(stream_) || std::fgets(line_, kLineLimit + 1, stream_) == nullptr) return 0;
+  lineLength_ = TrimLineEnd(line_, std::strlen(line_));
   return 1;
 }
 
@@ -115,7 +128,7 @@ int CTavoProfileReader::ReadNextLine() {
   if (stream_ == nullptr) return 0;
   while (line_[position_] == '\0' || line_[position_] == ';') {
     if (!ReadPhysicalLine()) return 0;
-    position_ = static_cast<std::uint32_t>(SkipSpaces(line_.get()) - line_.get());
+    position_ = static_cast<std::uint32_t>(SkipSpaces(line_) - line_);
   }
   position_ = lineStart_ = 0;
   return 1;
@@ -135,7 +148,7 @@ int CTavoProfileReader::Match(const char* text) {
 }
 
 int CTavoProfileReader::MatchSpaces() {
-  position_ = static_cast<std::uint32_t>(SkipSpaces(&line_[position_]) - line_.get());
+  position_ = static_cast<std::uint32_t>(SkipSpaces(&line_[position_]) - line_);
   return line_[position_] == '\0';
 }
 
@@ -168,7 +181,7 @@ int CTavoProfileReader::ReadInt(const std::string& key, std::int32_t& value) {
   std::int32_t number = 0;
   const char* const end = ParseInt(&line_[position_], number);
   if (end == nullptr) return FailAndReset();
-  position_ = static_cast<std::uint32_t>(end - line_.get());
+  position_ = static_cast<std::uint32_t>(end - line_);
   if (!MatchSpaces()) return FailAndReset();
   value = number;
   return 1;

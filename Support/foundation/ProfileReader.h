@@ -78,20 +78,22 @@ class SUPPORT_API CTavoProfileReader {
   void AllocBuffer();
 
  private:
-  static constexpr std::size_t kLineSize = 256;  // bytes, the terminator included
+  static constexpr std::size_t kLineLimit = 255;  // bytes
 
   int MatchKey(const std::string& key);
   int Attach(TavoFile& file);
+  void DropBlock();
   int FillBuffer();
   int ReadPhysicalLine();
 
   std::FILE* stream_ = nullptr;
   int ownsStream_ = 0;  // 1 when the reader made the stream itself
-  std::unique_ptr<char[]> line_;
+  std::unique_ptr<char[]> buffer_;
   std::uint32_t position_ = 0;
   std::uint32_t lineStart_ = 0;   // where a failed match goes back to
   std::uint32_t lineNumber_ = 0;  // physical lines read; for debugging only
   std::string path_;
+  char* line_ = nullptr;  // the current line, in the buffer or in the block
   std::size_t lineLength_ = 0;
   std::unique_ptr<LineBlock> block_;  // for a stream that the reader made itself
 };

@@ -16,6 +16,7 @@ bool Folds() {
 }
 
 std::uint32_t Continue(std::uint32_t fingerprint, const unsigned char* bytes, std::size_t length) {
+  if (length < 8) return FingerprintFew(fingerprint, bytes, length);  // most words
   return length >= kShortestFold && Folds() ? FingerprintByFolding(fingerprint, bytes, length)
                                             : FingerprintByTables(fingerprint, bytes, length);
 }

@@ -9,17 +9,23 @@ namespace vemra::platform {
 
 namespace {
 
-constexpr std::string_view kSpace = " \t\n\v\f\r\x1a";
 constexpr std::string_view kByteOrderMark = "\xef\xbb\xbf";
 // Up to here comparing hashes one by one is faster than an index.
 constexpr std::size_t kShortList = 8;
 
+bool IsSpace(char c) {
+  return IsAsciiSpace(static_cast<unsigned char>(c)) || c == '\x1a';
+}
+
+// Loops, as the searches of string_view call a function for every character.
 std::string_view TrimLeft(std::string_view text) {
-  return text.substr(std::min(text.find_first_not_of(kSpace), text.size()));
+  while (!text.empty() && IsSpace(text.front())) text.remove_prefix(1);
+  return text;
 }
 
 std::string_view TrimRight(std::string_view text) {
-  return text.substr(0, text.find_last_not_of(kSpace) + 1);
+  while (!text.empty() && IsSpace(text.back())) text.remove_suffix(1);
+  return text;
 }
 
 std::string_view Trim(std::string_view text) {
@@ -40,7 +46,8 @@ bool SameName(std::string_view a, std::string_view b) {
 }
 
 bool HasLineBreak(std::string_view text) {
-  return text.find_first_of(std::string_view("\r\n\0", 3)) != std::string_view::npos;
+  return std::any_of(text.begin(), text.end(),
+                     [](char c) { return c == '\r' || c == '\n' || c == '\0'; });
 }
 
 // Whether what is written here reads back as it was given.
@@ -148,10 +155,19 @@ void ProfileText::Parse() {
   byteOrderMark_ = rest.starts_with(kByteOrderMark);
   if (byteOrderMark_) rest.remove_prefix(kByteOrderMark.size());
   while (!rest.empty()) {
-    const std::size_t length = std::min(rest.find_first_of("\r\n"), rest.size());
-    ParseLine(rest.substr(0, length));
-    rest.remove_prefix(length);
-    rest.remove_prefix(rest.starts_with("\r\n") ? 2 : rest.empty() ? 0 : 1);
+    const std::size_t feed = std::min(rest.find('\n'), rest.size());
+    ParseLines(rest.substr(0, feed));
+    rest.remove_prefix(std::min(feed + 1, rest.size()));
+  }
+}
+
+// What stands before a line feed: one line, or several that carriage returns end.
+void ProfileText::ParseLines(std::string_view lines) {
+  for (;;) {
+    const std::size_t end = lines.find('\r');
+    ParseLine(lines.substr(0, end));
+    if (end == std::string_view::npos || end + 1 == lines.size()) return;
+    lines.remove_prefix(end + 1);
   }
 }
 

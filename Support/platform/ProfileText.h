@@ -108,6 +108,7 @@ class ProfileText {
   Name MakeName(Span span) const;
   Span Append(std::string_view added);
   void Parse();
+  void ParseLines(std::string_view lines);
   void ParseLine(std::string_view line);
   bool Set(const ProfileEdit& edit);
   bool RemoveKey(const ProfileEdit& edit);

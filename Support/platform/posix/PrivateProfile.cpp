@@ -237,10 +237,19 @@ class Staging {
   bool staged_ = false;  // locked, and not the profile yet
 };
 
-bool ApplyAll(const std::vector<ProfileEdit>& edits, ProfileText& text) {
+// A profile after edits.
+struct Edited {
+  std::shared_ptr<const ProfileText> base;  // what was edited; null for nothing
+  ProfileText text;
   bool changed = false;
-  for (const ProfileEdit& edit : edits) changed |= text.Apply(edit);
-  return changed;
+};
+
+Edited Edit(std::shared_ptr<const ProfileText> base, const std::vector<ProfileEdit>& edits) {
+  Edited edited;
+  if (base) edited.text = *base;
+  edited.base = std::move(base);
+  for (const ProfileEdit& edit : edits) edited.changed |= edited.text.Apply(edit);
+  return edited;
 }
 
 // The file behind a link is replaced, not the link.
@@ -249,8 +258,9 @@ std::string FollowLinks(const std::string& hostPath) {
   return real ? real.get() : hostPath;
 }
 
-// Under the writers' lock.
-bool ReplaceLocked(const std::vector<ProfileEdit>& edits, const std::string& path,
+// Under the writers' lock. edited is what the edits gave before it; another writer may have come
+// between, and then they are applied to what that one wrote.
+bool ReplaceLocked(const std::vector<ProfileEdit>& edits, Edited edited, const std::string& path,
                    const std::string& hostPath, ProfileBase base, Staging& staging) {
   struct stat old = {};
   const bool exists = stat(hostPath.c_str(), &old) == 0;
@@ -258,14 +268,13 @@ bool ReplaceLocked(const std::vector<ProfileEdit>& edits, const std::string& pat
   if (exists && !held.Open(path, TavoFile::Access::kWrite, TavoFile::Creation::kOpenExisting,
                            TavoFile::Share::kAll))
     return false;
-  ProfileText text;
-  if (exists && base == ProfileBase::kCurrent) {
-    const auto current = Load(hostPath);
-    if (!current) return false;
-    text = *current;
+  if (base == ProfileBase::kCurrent) {
+    const auto current = exists ? Load(hostPath) : nullptr;
+    if (exists && !current) return false;
+    if (current != edited.base) edited = Edit(current, edits);
+    if (!edited.changed) return true;
   }
-  if (!ApplyAll(edits, text) && base == ProfileBase::kCurrent) return true;
-  std::string bytes = text.Serialize();
+  std::string bytes = edited.text.Serialize();
   if (bytes.size() > ProfileText::kMaxSize) return Fail(kAccessDenied);
   if (!staging.Replace(bytes, exists ? &old : nullptr)) return FailWithErrno();
   struct stat now = {};
@@ -358,17 +367,18 @@ bool EditProfile(const std::vector<ProfileEdit>& edits, const std::string& path,
   std::string hostPath = ToHostPath(path);
   if (hostPath.empty()) return false;
   hostPath = FollowLinks(hostPath);
+  std::shared_ptr<const ProfileText> current;
   if (base == ProfileBase::kCurrent) {
-    // Without a change nothing is touched, not even to lock.
-    const auto current = Load(hostPath);
+    current = Load(hostPath);
     if (!current && GetLastErrorCode() != kFileNotFound) return false;
-    ProfileText trial = current ? *current : ProfileText();
-    if (!ApplyAll(edits, trial)) return true;
   }
+  Edited edited = Edit(std::move(current), edits);
+  // Without a change nothing is touched, not even to lock.
+  if (!edited.changed && base == ProfileBase::kCurrent) return true;
 
   Staging staging;
   if (!staging.Open(hostPath)) return FailWithErrno(hostPath);
-  return ReplaceLocked(edits, path, hostPath, base, staging);
+  return ReplaceLocked(edits, std::move(edited), path, hostPath, base, staging);
 }
 
 }  // namespace vemra::platform
