@@ -1,9 +1,12 @@
 #pragma once
 
 // All of the server services.
+#include "Support/services/Log.h"
+#include "Support/services/Profiler.h"
 #include "Support/services/Property.h"
 #include "Support/services/PropertyArray.h"
 #include "Support/services/PropertyHolder.h"
+#include "Support/services/Statistic.h"
 #include "Support/services/Trace.h"
 #include "Support/services/TraceModules.h"
 #include "Support/services/WebAction.h"

@@ -1,15 +1,16 @@
 #pragma once
 
 #include <cstdint>
-#include <cstdio>
+#include <memory>
 #include <string>
 #include <string_view>
 
 #include "Support/Export.h"
-#include "Support/foundation/File.h"
 #include "Support/services/TraceModules.h"
 
 namespace vemra {
+
+class LineFile;
 
 // Developer trace lines, filtered by a level and a mask of module bits, in one text file.
 //
@@ -19,7 +20,7 @@ namespace vemra {
 // missing). The file is created when it is missing, appended to otherwise, and denied to other
 // writers. When it cannot be opened the standard output says so, and tracing stays off.
 //
-// Any thread may trace. No operation reports failure.
+// Any thread may trace; a line is one write and is never torn. No operation reports failure.
 class SUPPORT_API TavoTrace {
  public:
   // Reads the settings. Programs use GetTracer; tests construct their own.
@@ -47,15 +48,13 @@ class SUPPORT_API TavoTrace {
                const char* format, ...) SUPPORT_PRINTF(6, 7);
 
  private:
-  void Open();
   void Write(const char* sourceFile, int line, std::string_view message);
 
   std::string path_;
-  TavoFile file_;
+  std::unique_ptr<LineFile> file_;
   int open_ = 0;
   std::uint32_t level_ = 0;
   std::uint32_t moduleMask_ = 0;
-  std::FILE* stream_ = nullptr;  // over file_, owned; each line is one locked write
 };
 
 }  // namespace vemra
