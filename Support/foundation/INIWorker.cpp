@@ -34,28 +34,32 @@ std::string ItemKey(const std::string& key, std::size_t index) {
 // those edits and what they start from.
 struct INIWorker::Batch::State {
   std::string path;
-  platform::ProfileText text;
+  platform::ProfileDraft draft;
+  bool stored = false;  // since then the draft is not what was loaded, edited
   std::vector<platform::ProfileEdit> edits;
   platform::ProfileBase base = platform::ProfileBase::kCurrent;
 
   explicit State(const std::string& settingsPath)
-      : path(settingsPath), text(platform::LoadProfile(settingsPath)) {}
+      : path(settingsPath), draft(platform::LoadProfile(settingsPath)) {}
+
+  const platform::ProfileText& GetText() const { return draft.text; }
 
   void Add(platform::ProfileEdit edit) {
-    text.Apply(edit);
-    text.Normalize();
+    draft.changed |= draft.text.Apply(edit);
+    draft.text.Normalize();
     edits.push_back(std::move(edit));
   }
 
   void StartFromEmpty() {
-    text = platform::ProfileText();
+    draft.text = platform::ProfileText();
     edits.clear();
     base = platform::ProfileBase::kEmpty;
   }
 
   bool Store() {
     if (edits.empty() && base == platform::ProfileBase::kCurrent) return true;
-    if (!platform::EditProfile(edits, path, base)) return false;
+    if (!platform::EditProfile(edits, path, base, stored ? nullptr : &draft)) return false;
+    stored = true;
     edits.clear();
     base = platform::ProfileBase::kCurrent;
     return true;
@@ -89,7 +93,7 @@ std::string INIWorker::Read(const std::string& sectionName, const std::string& k
                             const std::string& fallback, std::size_t limit, bool mayThrow) const {
   std::string text;
   if (batch_ != nullptr) {
-    const auto value = batch_->state_->text.Find(sectionName, key);
+    const auto value = batch_->state_->GetText().Find(sectionName, key);
     text = (value ? *value : platform::ProfileText::CleanFallback(fallback)).substr(0, limit);
   } else {
     text = platform::ReadProfileString(sectionName, key, fallback, limit, path_);

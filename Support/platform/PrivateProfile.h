@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -42,14 +43,21 @@ std::string ReadProfileString(const std::string& section, const std::string& key
 std::vector<std::string> ReadProfileSections(const std::string& path);
 std::vector<std::string> ReadProfileKeys(const std::string& section, const std::string& path);
 
+// A profile in memory, to be edited there and stored by EditProfile.
+struct ProfileDraft {
+  ProfileText text;
+  bool changed = false;                     // by edits since it was loaded
+  std::shared_ptr<const ProfileText> base;  // what was loaded, for the platform's own use
+};
 // The file in memory, empty when it cannot be read. (On Windows it is read as ProfileText says, a
 // UTF-16 file not at all.)
-ProfileText LoadProfile(const std::string& path);
+ProfileDraft LoadProfile(const std::string& path);
 // What edits are applied to: what the file holds when they are stored, or nothing.
 enum class ProfileBase { kCurrent, kEmpty };
 // Applies the edits in order and stores the result at once. False as for WriteProfile; nothing is
-// changed then.
+// changed then. draft is null, or what LoadProfile gave with the same edits applied: they are not
+// applied again when the file still is what was loaded.
 bool EditProfile(const std::vector<ProfileEdit>& edits, const std::string& path,
-                 ProfileBase base = ProfileBase::kCurrent);
+                 ProfileBase base = ProfileBase::kCurrent, const ProfileDraft* draft = nullptr);
 
 }  // namespace vemra::platform

@@ -237,15 +237,8 @@ class Staging {
   bool staged_ = false;  // locked, and not the profile yet
 };
 
-// A profile after edits.
-struct Edited {
-  std::shared_ptr<const ProfileText> base;  // what was edited; null for nothing
-  ProfileText text;
-  bool changed = false;
-};
-
-Edited Edit(std::shared_ptr<const ProfileText> base, const std::vector<ProfileEdit>& edits) {
-  Edited edited;
+ProfileDraft Edit(std::shared_ptr<const ProfileText> base, const std::vector<ProfileEdit>& edits) {
+  ProfileDraft edited;
   if (base) edited.text = *base;
   edited.base = std::move(base);
   for (const ProfileEdit& edit : edits) edited.changed |= edited.text.Apply(edit);
@@ -260,8 +253,9 @@ std::string FollowLinks(const std::string& hostPath) {
 
 // Under the writers' lock. edited is what the edits gave before it; another writer may have come
 // between, and then they are applied to what that one wrote.
-bool ReplaceLocked(const std::vector<ProfileEdit>& edits, Edited edited, const std::string& path,
-                   const std::string& hostPath, ProfileBase base, Staging& staging) {
+bool ReplaceLocked(const std::vector<ProfileEdit>& edits, ProfileDraft edited,
+                   const std::string& path, const std::string& hostPath, ProfileBase base,
+                   Staging& staging) {
   struct stat old = {};
   const bool exists = stat(hostPath.c_str(), &old) == 0;
   FileHandle held;  // fails where another opener denies writing, and keeps others from denying it
@@ -358,12 +352,12 @@ std::vector<std::string> ReadProfileKeys(const std::string& section, const std::
   return {names.begin(), names.end()};
 }
 
-ProfileText LoadProfile(const std::string& path) {
-  const auto text = LoadPath(path);
-  return text ? *text : ProfileText();
+ProfileDraft LoadProfile(const std::string& path) {
+  return Edit(LoadPath(path), {});
 }
 
-bool EditProfile(const std::vector<ProfileEdit>& edits, const std::string& path, ProfileBase base) {
+bool EditProfile(const std::vector<ProfileEdit>& edits, const std::string& path, ProfileBase base,
+                 const ProfileDraft* draft) {
   std::string hostPath = ToHostPath(path);
   if (hostPath.empty()) return false;
   hostPath = FollowLinks(hostPath);
@@ -372,7 +366,8 @@ bool EditProfile(const std::vector<ProfileEdit>& edits, const std::string& path,
     current = Load(hostPath);
     if (!current && GetLastErrorCode() != kFileNotFound) return false;
   }
-  Edited edited = Edit(std::move(current), edits);
+  const bool drafted = draft != nullptr && base == ProfileBase::kCurrent && draft->base == current;
+  ProfileDraft edited = drafted ? *draft : Edit(std::move(current), edits);
   // Without a change nothing is touched, not even to lock.
   if (!edited.changed && base == ProfileBase::kCurrent) return true;
 

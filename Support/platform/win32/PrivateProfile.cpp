@@ -89,7 +89,7 @@ std::vector<std::string> ReadProfileKeys(const std::string& section, const std::
   return SplitList(ReadGrowing(section.c_str(), nullptr, "", 2, path));
 }
 
-ProfileText LoadProfile(const std::string& path) {
+ProfileDraft LoadProfile(const std::string& path) {
   const std::string full = MakeFull(path);
   Flush(full);
   FileHandle file;
@@ -98,11 +98,14 @@ ProfileText LoadProfile(const std::string& path) {
                  TavoFile::Share::kAll) ||
       !ReadWhole(file, bytes))
     return {};
-  return ProfileText(std::move(bytes));
+  ProfileDraft draft;
+  draft.text = ProfileText(std::move(bytes));
+  return draft;
 }
 
 // The system's own calls rewrite the file in place; many edits do so once.
-bool EditProfile(const std::vector<ProfileEdit>& edits, const std::string& path, ProfileBase base) {
+bool EditProfile(const std::vector<ProfileEdit>& edits, const std::string& path, ProfileBase base,
+                 const ProfileDraft* /*draft*/) {
   const std::string full = MakeFull(path);
   Flush(full);
   FileHandle file;
