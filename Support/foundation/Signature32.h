@@ -14,9 +14,11 @@ namespace vemra {
 // - no bytes give 0, and so does any run of zero bytes, so leading zero bytes do not count;
 // - texts can be fed in any pieces.
 //
+// It converts from and to its number, so that it can be stored and compared as one.
 // A value object: objects may be used by several threads at once, one object by one at a time.
 class SUPPORT_API signature32 {
  public:
+  // NOLINTBEGIN(google-explicit-constructor): conversions are meant
   signature32() = default;  // of no bytes
   // A fingerprint that was stored; the sign bit is dropped, as no fingerprint has it.
   signature32(std::int32_t value);
@@ -33,6 +35,7 @@ class SUPPORT_API signature32 {
   signature32& operator<<(std::int32_t value);  // 4 bytes, low byte first
 
   operator std::int32_t() const { return value_; }
+  // NOLINTEND(google-explicit-constructor)
 
   // Continues the fingerprint start over length bytes of data. With a mask, byte i counts only when
   // bit i % 8 of mask[i / 8] is set, the lowest bit first; a null mask counts every byte. The mask

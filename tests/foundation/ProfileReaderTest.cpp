@@ -187,6 +187,21 @@ TEST(ProfileReaderOpenTest, LeavesTheCallersStreamBehindTheLineInHand) {
   std::fclose(stream);
 }
 
+TEST(ProfileReaderOpenTest, APendingLineOutlivesItsFile) {
+  const TempFolder folder;
+  WriteHostFile(folder.Host() / "f", "a=1\nb=2\n");
+  WriteHostFile(folder.Host() / "g", "c=3\n");
+  CTavoProfileReader reader(folder.Path("f"));
+  std::string text;
+  EXPECT_FALSE(reader.ReadString("c", text));  // the first line is pending
+  reader.Close();
+  EXPECT_TRUE(reader.Open(folder.Path("g")));
+  EXPECT_TRUE(reader.ReadString("a", text));
+  EXPECT_EQ(text, "1");
+  EXPECT_TRUE(reader.ReadString("c", text));
+  EXPECT_EQ(text, "3");
+}
+
 TEST(ProfileReaderOpenTest, ReadsOnFromWhereAnOpenFileStands) {
   const TempFolder folder;
   WriteHostFile(folder.Host() / "f", "skipped\na=1\n");
