@@ -153,6 +153,7 @@ TEST_F(LogTest, ThreadsNeitherTearNorLoseLines) {
     }
   };
   std::vector<std::thread> threads;
+  threads.reserve(kThreads);
   for (int thread = 0; thread < kThreads; ++thread) threads.emplace_back(write, thread);
   for (std::thread& thread : threads) thread.join();
 

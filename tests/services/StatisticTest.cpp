@@ -150,20 +150,21 @@ TEST_F(DumpTest, WaitsForTheInterval) {
 TEST_F(DumpTest, ThreadsLoseNoCount) {
   config_.SetDump(0);
   std::vector<std::thread> threads;
+  threads.reserve(4);
   for (int thread = 0; thread < 4; ++thread) {
     threads.emplace_back([&, thread] {
-      for (int i = 0; i < 500; ++i) {
+      for (int i = 0; i < 5000; ++i) {
         statistic_.Occured("shared", kDocumentViewed);
-        statistic_.Occured(std::to_string(i), kDocumentViewed);
-        if (thread == 0 && i % 250 == 0) statistic_.Dump(log_.get(), 0);
+        statistic_.Occured(std::to_string(i % 50), kDocumentViewed);
+        if (thread == 0 && i % 1000 == 0) statistic_.Dump(log_.get(), 0);
         if (thread == 1) statistic_.ResetDatBaseEvent("a", kNoEvent);
       }
     });
   }
   for (std::thread& thread : threads) thread.join();
-  EXPECT_EQ(statistic_.HowMany("shared", kDocumentViewed), 2000U);
+  EXPECT_EQ(statistic_.HowMany("shared", kDocumentViewed), 20'000U);
   statistic_.Occured("", kDocumentViewed);
-  EXPECT_EQ(statistic_.HowMany("", kDocumentViewed), 4001U);
+  EXPECT_EQ(statistic_.HowMany("", kDocumentViewed), 40'001U);
 }
 
 }  // namespace

@@ -1,0 +1,16 @@
+"""The server services against what a user would pick instead, in files on one disk."""
+import shutil
+
+import google
+
+
+def rows(build):
+    folder = build / "services"
+    shutil.rmtree(folder, ignore_errors=True)
+    folder.mkdir(parents=True)
+    yield from google.pairs(build / "bench" / "services_bench", {
+        "log-flushed": "spdlog",
+        "trace-off": "spdlog",
+        "registry-read": "sqlite",
+        "config": None,
+    }, env={"VEMRA_REGISTRY": str(folder / "registry.db")})
