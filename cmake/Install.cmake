@@ -10,8 +10,26 @@ install(TARGETS Support EXPORT SupportTargets
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(EXPORT SupportTargets NAMESPACE Support:: DESTINATION ${SUPPORT_CMAKE_DIR})
 
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/Support DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
-  FILES_MATCHING PATTERN "*.h" PATTERN "platform" EXCLUDE)
+# The public headers are the four that give all of a subsystem, and what they include. Helpers that
+# sources share stay behind.
+set(unseen foundation/Foundation definition/Definition text/Text services/Services)
+list(TRANSFORM unseen REPLACE "(.+)" "Support/\\1.h")
+set(public_headers)
+while(unseen)
+  list(POP_FRONT unseen header)
+  if(header IN_LIST public_headers)
+    continue()
+  endif()
+  list(APPEND public_headers ${header})
+  file(STRINGS ${PROJECT_SOURCE_DIR}/${header} includes REGEX "^#include \"Support/")
+  list(TRANSFORM includes REPLACE "^#include \"(.+)\".*" "\\1")
+  list(APPEND unseen ${includes})
+endwhile()
+foreach(header IN LISTS public_headers)
+  cmake_path(GET header PARENT_PATH folder)
+  install(FILES ${PROJECT_SOURCE_DIR}/${header}
+    DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/${folder})
+endforeach()
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/packs DESTINATION ${CMAKE_INSTALL_DATADIR}/vemra
   FILES_MATCHING PATTERN "*.pack")
 
