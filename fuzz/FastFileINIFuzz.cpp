@@ -62,7 +62,8 @@ void CheckAnswers(const CTavoFastFileINI& file, const Sections& sections) {
       Check(file.GetString(name, key, "none") == value, "a value");
       Check(file.GetInt(name, key, 7) == unsigned(std::atoi(value.c_str())), "a number");
     }
-    Check(file.GetString(name, "no such key]", "none") == "none", "a missing key");
+    // No key holds a "=", and no title a "]".
+    Check(file.GetString(name, "no=key", "none") == "none", "a missing key");
   }
 }
 
@@ -79,7 +80,7 @@ void Run(std::string_view bytes) {
     CTavoFastFileINI file;
     file.Open(input.Path());
     CheckAnswers(file, sections);
-    file.SetString("no such section]", "key", "value");
+    file.SetString("no]section", "key", "value");
     if (!sections.begin()->second.empty()) {
       auto& [key, value] = *sections.begin()->second.begin();
       value = "-5";
