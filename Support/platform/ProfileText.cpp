@@ -296,7 +296,6 @@ bool ProfileText::RemoveSection(const std::string& name) {
 std::string ProfileText::Serialize() const {
   std::string bytes;
   bytes.reserve(text_.size() + text_.size() / 16 + 64);
-  if (byteOrderMark_) bytes += kByteOrderMark;
   for (const Section& section : sections_.Items()) {
     if (section.name.span.length != 0) {
       bytes.append("[").append(View(section.name.span)).append("]\r\n");
@@ -307,6 +306,9 @@ std::string ProfileText::Serialize() const {
       bytes += "\r\n";
     }
   }
+  // A first line that begins like a mark, as the removal of those before it leaves it, is read as
+  // text only behind one.
+  if (byteOrderMark_ || bytes.starts_with(kByteOrderMark)) bytes.insert(0, kByteOrderMark);
   return bytes;
 }
 
