@@ -11,7 +11,6 @@ namespace vemra {
 
 namespace {
 
-constexpr char kRoot[] = "SOFTWARE\\TAVO\\";
 constexpr char kDatabases[] = "Vemra Server\\Databases";
 constexpr char kLanguages[] = "Languages\\";
 constexpr char kTalkingHeads[] = "Talking Heads\\";
@@ -46,12 +45,16 @@ std::string& HostProfile() {
 
 }  // namespace
 
+std::string GetRegistryLocation() {
+  return platform::GetRegistryLocation();
+}
+
 std::unique_ptr<RegistryKey> GetTavoKey(const std::string& subKey, RegistryAccess access) {
-  return platform::OpenRegistryKey(kRoot + subKey, access);
+  return platform::OpenRegistryKey(kRegistryRoot + subKey, access);
 }
 
 std::unique_ptr<RegistryKey> CreateTavoKey(const std::string& subKey, RegistryAccess access) {
-  return platform::CreateRegistryKey(kRoot + subKey, access);
+  return platform::CreateRegistryKey(kRegistryRoot + subKey, access);
 }
 
 int GetTavoValue(const std::string& subKey, const std::string& name, std::string& text,

@@ -11,14 +11,21 @@
 
 namespace vemra {
 
-// The machine-wide settings: a tree of keys with typed values below one root, "SOFTWARE\TAVO\" of
-// the local machine. On Windows it is the registry. On Linux it is one database file: the one that
-// VEMRA_REGISTRY names, else /var/lib/vemra/registry.db where that folder can be written, else
-// vemra/registry.db in the user's data folder. It is opened once per process; a busy store is
-// waited for, up to five seconds a call; one that is damaged makes the calls fail.
+// The root of the machine-wide settings, below the local machine.
+constexpr char kRegistryRoot[] = "SOFTWARE\\TAVO\\";
+
+// The machine-wide settings: a tree of keys with typed values below that root. On Windows it is the
+// registry. On Linux it is one database file: the one that VEMRA_REGISTRY names, else
+// /var/lib/vemra/registry.db where that folder can be written, else vemra/registry.db in the user's
+// data folder. It is opened once per process; a busy store is waited for, up to five seconds a
+// call; one that is damaged makes the calls fail.
 //
 // Sub-keys are relative to the root, components parted by backslashes. Results are 1 and 0; nothing
 // is thrown. Any thread may call any of these.
+
+// Where the store is, for people: on Linux the path of its file, empty when there is no place for
+// one; on Windows "HKEY_LOCAL_MACHINE".
+SUPPORT_API std::string GetRegistryLocation();
 
 // Null when the key does not exist or cannot be opened.
 SUPPORT_API std::unique_ptr<RegistryKey> GetTavoKey(const std::string& subKey,

@@ -19,26 +19,6 @@ void TraceMissing(int line, const char* message) {
   TavoTrace::GetTracer().Trace("Support\\VemraConfig", line, kTraceServer, kTraceLevel, message);
 }
 
-void ReadString(const char* name, std::string& text) {
-  GetTavoValue(kServer, name, text, kMaxString);
-}
-
-// Stores the number where it can be read; target keeps its default otherwise.
-template <class Number>
-int ReadNumber(const char* key, const char* name, Number& target) {
-  std::uint32_t number = 0;
-  if (GetTavoValue(key, name, number) == 0) return 0;
-  target = number;
-  return 1;
-}
-
-int ReadFlag(const char* name, int& flag) {
-  std::uint32_t number = 0;
-  if (GetTavoValue(kServer, name, number) == 0) return 0;
-  flag = static_cast<int>(number);
-  return 1;
-}
-
 bool IsConfigName(const std::string& name) {
   const std::size_t length = sizeof kConfigExtension - 1;
   return name.size() >= length &&
@@ -47,15 +27,31 @@ bool IsConfigName(const std::string& name) {
 
 }  // namespace
 
+// Both leave the target, which holds the default, as it is when the store has no such value.
+int VemraConfig::ReadText(const char* name, std::string& text) {
+  const int read = GetTavoValue(kServer, name, text, kMaxString);
+  settings_.push_back({kServer, name, text, read != 0});
+  return read;
+}
+
+template <class Number>
+int VemraConfig::ReadNumber(const char* key, const char* name, Number& target) {
+  auto number = static_cast<std::uint32_t>(target);
+  const int read = GetTavoValue(key, name, number);
+  target = static_cast<decltype(target + 0)>(number);
+  settings_.push_back({key, name, std::to_string(number), read != 0});
+  return read;
+}
+
 VemraConfig::VemraConfig() {
-  ReadString("DBRoot", databaseRoot_);
-  ReadString("TmpRoot", tmpRoot_);
-  ReadString("HTMLRoot", htmlRoot_);
-  ReadString("HTMLDir", htmlDir_);
-  ReadString("Data", dataDir_);
-  ReadString("WebThemes", webThemes_);
-  ReadString("CGIRoot", cgiRoot_);
-  if (GetTavoValue(kServer, "DefLang", defaultLanguage_, kMaxString) == 0)
+  ReadText("DBRoot", databaseRoot_);
+  ReadText("TmpRoot", tmpRoot_);
+  ReadText("HTMLRoot", htmlRoot_);
+  ReadText("HTMLDir", htmlDir_);
+  ReadText("Data", dataDir_);
+  ReadText("WebThemes", webThemes_);
+  ReadText("CGIRoot", cgiRoot_);
+  if (ReadText("DefLang", defaultLanguage_) == 0)
     TraceMissing(__LINE__, "Cannot read default language from registry\n");
   if (ReadNumber(kServer, "DefRTL", defaultRTL_) == 0)
     TraceMissing(__LINE__, "Cannot read default RTL from registry\n");
@@ -68,9 +64,9 @@ VemraConfig::VemraConfig() {
     TraceMissing(__LINE__, "Cannot read default AdminPort from registry\n");
   if (ReadNumber(kServer, "DefDump", dump_) == 0)
     TraceMissing(__LINE__, "Cannot read default DUMP from registry\n");
-  if (ReadFlag("Service", runAsService_) == 0)
+  if (ReadNumber(kServer, "Service", runAsService_) == 0)
     TraceMissing(__LINE__, "Cannot read run-as-service from registry\n");
-  if (ReadFlag("SiteSearch", standalone_) == 0)
+  if (ReadNumber(kServer, "SiteSearch", standalone_) == 0)
     TraceMissing(__LINE__, "Cannot read standalone info from registry\n");
   ReadNumber(kServer, "MaxThreads", maxThreads_);
   ReadNumber(kServer, "MaxExpansions", maxExpansions_);

@@ -5,10 +5,19 @@
 #include <memory>
 #include <mutex>
 #include <string>
+#include <vector>
 
 #include "Support/Export.h"
 
 namespace vemra {
+
+// One setting as it was found when the configuration was read.
+struct ConfigSetting {
+  std::string key;    // below the root of the store
+  std::string name;   // of the value in that key
+  std::string value;  // a number in decimal
+  bool isStored;      // false: the store has no such value of the right type, this is the default
+};
 
 // The server's configuration, read once per process from the key "Vemra Server" of the registry
 // store (the spy level from "Vemra Info\Log"). A setting that cannot be read keeps its default, and
@@ -81,12 +90,18 @@ class SUPPORT_API VemraConfig {
   // Any value but 1 to 4 stores 1.
   void SetSpyLevel(std::uint32_t level) { spyLevel_ = level >= 1 && level <= 4 ? level : 1; }
 
+  // Every setting in the order in which they are read; what setters change later does not show.
+  const std::vector<ConfigSetting>& GetSettings() const { return settings_; }
+
   // The configuration file of a database: the name itself when it ends in ".cfg", in any case of
   // letters; else the first file, by name, that matches "*.cfg" in the database's folder below the
   // database root. 0 with an empty result when there is none.
   int GetCfgNameByDBName(const std::string& databaseName, std::string& cfgPath) const;
 
  private:
+  int ReadText(const char* name, std::string& text);
+  template <class Number>
+  int ReadNumber(const char* key, const char* name, Number& target);
   void SetCGIPaths();
 
   std::string databaseRoot_;
@@ -113,6 +128,7 @@ class SUPPORT_API VemraConfig {
   int runAsService_ = 0;
   int standalone_ = 1;
   int runOnNT_ = 0;
+  std::vector<ConfigSetting> settings_;
 };
 
 }  // namespace vemra

@@ -16,6 +16,9 @@ std::unique_ptr<RegistryKey> OpenRegistryKey(const std::string& path, RegistryAc
 // Opens the key, creating what is missing of the path. Null on failure.
 std::unique_ptr<RegistryKey> CreateRegistryKey(const std::string& path, RegistryAccess access);
 
+// Where the store is, for people: its file by host path, or the name of the root.
+std::string GetRegistryLocation();
+
 // For tests: sends every call of the process to a store of its own, until a call with an empty path
 // ends that. On Linux the store is registry.db in the folder. On Windows it is a key of the current
 // user that bears the folder's name; the end deletes it.

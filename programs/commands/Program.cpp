@@ -5,9 +5,11 @@
 #include <ostream>
 
 #include "programs/commands/CommandError.h"
+#include "programs/commands/ConfigCommand.h"
 #include "programs/commands/CreateCommand.h"
 #include "programs/commands/ExitCode.h"
 #include "programs/commands/IndexCommand.h"
+#include "programs/commands/RegistryCommand.h"
 #include "programs/commands/SearchCommand.h"
 #include "programs/commands/ShowCommand.h"
 #include "programs/engine/EngineError.h"
@@ -44,6 +46,8 @@ int RunProgram(std::vector<std::string> arguments, Console& console) {
   AddIndexCommand(program, console, exitCode);
   AddSearchCommand(program, console, exitCode);
   AddShowCommand(program, console, exitCode);
+  AddRegistryCommand(program, console, exitCode);
+  AddConfigCommand(program, console, exitCode);
   try {
     std::reverse(arguments.begin(), arguments.end());  // as CLI takes them
     program.parse(arguments);

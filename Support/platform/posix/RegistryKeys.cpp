@@ -105,10 +105,12 @@ class Store {
 
   std::mutex& Mutex() { return mutex_; }
 
+  std::string Path() const { return redirected_.empty() ? FindStore() : redirected_; }
+
   // Opens the store when it is not open. Only a caller that creates makes a new one.
   bool Open(bool create) {
     if (database_) return true;
-    const std::string path = redirected_.empty() ? FindStore() : redirected_;
+    const std::string path = Path();
     if (path.empty()) return false;
     if (create) {
       std::error_code ignored;  // shows when the file cannot be opened
@@ -196,32 +198,39 @@ class Store {
     database_.reset(opened);
     if (result != SQLITE_OK) return false;
     sqlite3_busy_timeout(opened, kBusyMilliseconds);
+    if (!IsStore()) return false;
     // Readers never wait for a writer, and a kill at any moment loses nothing that was committed.
     // A loss of power may take the last writes, as it may with a registry.
     Run("PRAGMA journal_mode = WAL");  // what a file system without it has instead serves as well
     return Run("PRAGMA synchronous = NORMAL; PRAGMA foreign_keys = ON") && Prepare();
   }
 
-  bool ReadVersion(int& version) {
+  bool ReadNumber(const char* sql, int& number) {
     sqlite3_stmt* statement = nullptr;
-    sqlite3_prepare_v2(database_.get(), "PRAGMA user_version", -1, &statement, nullptr);
+    sqlite3_prepare_v2(database_.get(), sql, -1, &statement, nullptr);
     const bool read = statement != nullptr && sqlite3_step(statement) == SQLITE_ROW;
-    if (read) version = sqlite3_column_int(statement, 0);
+    if (read) number = sqlite3_column_int(statement, 0);
     sqlite3_finalize(statement);
     return read;
   }
+  bool ReadVersion(int& version) { return ReadNumber("PRAGMA user_version", version); }
 
-  // Makes the tables in a new file. A store of a later version is left alone.
+  // Whether the file is a store or can become one. One of a later version is left alone, and so is
+  // the database of another program.
+  bool IsStore() {
+    int tables = 0;
+    int version = 0;  // read last: another process may make the store meanwhile
+    return ReadNumber("SELECT count(*) FROM sqlite_master", tables) && ReadVersion(version) &&
+           (version == kSchemaVersion || (version == 0 && tables == 0));
+  }
+
+  // Makes the tables in a new file, unless another process was faster.
   bool Prepare() {
     int version = 0;
     if (!ReadVersion(version)) return false;
-    if (version == 0) {
-      if (!Run("BEGIN IMMEDIATE")) return false;
-      const bool made = ReadVersion(version) && (version != 0 || Run(kSchema)) && Run("COMMIT") &&
-                        ReadVersion(version);
-      if (!made) return false;
-    }
-    return version == kSchemaVersion;
+    if (version == kSchemaVersion) return true;
+    return Run("BEGIN IMMEDIATE") && ReadVersion(version) && (version != 0 || Run(kSchema)) &&
+           Run("COMMIT") && ReadVersion(version) && version == kSchemaVersion;
   }
 
   std::mutex mutex_;
@@ -404,6 +413,12 @@ std::unique_ptr<RegistryKey> CreateRegistryKey(const std::string& path, Registry
     if (id == 0 || !transaction.Commit()) return nullptr;
   }
   return std::make_unique<StoredKey>(id, tidy, access);
+}
+
+std::string GetRegistryLocation() {
+  Store& store = Store::Get();
+  const std::lock_guard lock(store.Mutex());
+  return store.Path();
 }
 
 void RedirectRegistry(const std::filesystem::path& folder) {

@@ -115,6 +115,10 @@ std::unique_ptr<RegistryKey> CreateRegistryKey(const std::string& path, Registry
   return std::make_unique<SystemKey>(key);
 }
 
+std::string GetRegistryLocation() {
+  return "HKEY_LOCAL_MACHINE";
+}
+
 void RedirectRegistry(const std::filesystem::path& folder) {
   static std::string redirected;
   RegOverridePredefKey(HKEY_LOCAL_MACHINE, nullptr);

@@ -1,5 +1,3 @@
-#include "programs/commands/Program.h"
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
@@ -8,7 +6,6 @@
 #include <csignal>
 #include <cstdlib>
 #include <nlohmann/json.hpp>
-#include <sstream>
 
 #include "Support/definition/FileDict.h"
 #include "programs/commands/ExitCode.h"
@@ -16,6 +13,7 @@
 #include "programs/engine/IndexWriter.h"
 #include "programs/engine/Search.h"
 #include "tests/TempFolder.h"
+#include "tests/programs/commands/RunVemra.h"
 
 namespace vemra::commands {
 namespace {
@@ -24,20 +22,10 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using Json = nlohmann::json;
 
-struct Outcome {
-  int exitCode;
-  std::string out;
-  std::string err;
-};
-
-// A database under construction in a folder of its own. The registry store is opened once per
-// process, so the tests that run in one share it.
+// A database under construction in a folder of its own.
 class ProgramTest : public ::testing::Test {
  protected:
-  static void SetUpTestSuite() {
-    static const test::TempFolder folder;
-    setenv("VEMRA_REGISTRY", (folder.Host() / "registry.db").c_str(), 1);
-  }
+  static void SetUpTestSuite() { UseOwnRegistry(); }
 
   std::string File(const std::string& name) const { return (folder_.Host() / name).string(); }
 
@@ -47,11 +35,7 @@ class ProgramTest : public ::testing::Test {
   }
 
   static Outcome Vemra(std::vector<std::string> arguments) {
-    std::ostringstream out;
-    std::ostringstream err;
-    Console console{out, err};
-    const int exitCode = RunProgram(std::move(arguments), console);
-    return {exitCode, out.str(), err.str()};
+    return RunVemra(std::move(arguments));
   }
 
   void CreateAndIndex(const std::vector<std::string>& more = {}) const {
