@@ -44,7 +44,7 @@ std::uint32_t NumberOf(const std::string& data) {
 std::string DataText(const RegistryValue& value) {
   switch (value.type) {
     case RegistryType::kString:
-      return value.data.c_str();
+      return value.data.substr(0, value.data.find('\0'));
     case RegistryType::kNumber:
       return std::to_string(NumberOf(value.data));
     default:

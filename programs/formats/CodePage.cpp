@@ -7,6 +7,7 @@
 #include "Support/foundation/Registry.h"
 #include "programs/formats/CodePageTables.h"
 #include "programs/formats/Utf8.h"
+#include "programs/formats/VietnameseTone.h"
 
 namespace vemra {
 
@@ -39,12 +40,23 @@ constexpr Substitute kSubstitutes[] = {
     {0xFE00, 0xFE0F, ""},    {0xFEFF, 0xFEFF, ""},
 };
 
-const Substitute* FindSubstitute(char32_t c) {
+// Spellings besides those in UTF-8, where these would be letters of the words beside them.
+constexpr Substitute kUtf8Substitutes[] = {
+    {0xA1, 0xA1, " "},      {0xAB, 0xAB, "\""},    {0xB7, 0xB7, " "},     {0xBB, 0xBB, "\""},
+    {0xBF, 0xBF, " "},      {0x060C, 0x060C, ","}, {0x061F, 0x061F, "?"}, {0x06D4, 0x06D4, "."},
+    {0x0964, 0x0964, "."},  {0x2022, 0x2022, "*"}, {0x2039, 0x203A, "'"}, {0x3001, 0x3001, ", "},
+    {0x3002, 0x3002, ". "},
+};
+
+template <std::size_t size>
+const Substitute* FindSubstitute(const Substitute (&substitutes)[size], char32_t c) {
   const auto* const found = std::lower_bound(
-      std::begin(kSubstitutes), std::end(kSubstitutes), c,
+      std::begin(substitutes), std::end(substitutes), c,
       [](const Substitute& substitute, char32_t code) { return substitute.last < code; });
-  return found != std::end(kSubstitutes) && found->first <= c ? found : nullptr;
+  return found != std::end(substitutes) && found->first <= c ? found : nullptr;
 }
+
+constexpr CodePageTable kUtf8Table = {CodePage::kUtf8, {}};
 
 char FirstUnassigned(const CodePageTable& table) {
   const auto found = std::find(table.upper.begin(), table.upper.end(), u'\0');
@@ -88,7 +100,9 @@ CodePage::CodePage(const CodePageTable& table)
 }
 
 const CodePage* CodePage::Find(int number) {
+  static const CodePage utf8(kUtf8Table);
   static const std::vector<CodePage> all(GetCodePageTables().begin(), GetCodePageTables().end());
+  if (number == kUtf8) return &utf8;
   const auto found = std::find_if(
       all.begin(), all.end(), [number](const CodePage& page) { return page.number_ == number; });
   return found == all.end() ? nullptr : &*found;
@@ -125,8 +139,16 @@ void CodePage::AppendCharacter(char32_t c, std::string& out) const {
 }
 
 void CodePage::AppendSubstitute(char32_t c, std::string& out) const {
-  if (const Substitute* const substitute = FindSubstitute(c)) {
+  const Substitute* substitute = FindSubstitute(kSubstitutes, c);
+  if (substitute == nullptr && number_ == kUtf8) substitute = FindSubstitute(kUtf8Substitutes, c);
+  if (substitute != nullptr) {
     out += substitute->text;
+  } else if (number_ == kUtf8) {
+    AppendUtf8(c, out);
+  } else if (const VietnameseTone tone = SplitVietnameseTone(c);
+             tone.vowel != 0 && FindByte(tone.mark) != 0) {
+    AppendCharacter(tone.vowel, out);
+    out += FindByte(tone.mark);
   } else {
     out += missing_;
   }
@@ -166,8 +188,13 @@ std::string CodePage::ToUtf8(std::string_view bytes) const {
     out.append(bytes, 0, ascii);
     bytes.remove_prefix(ascii);
     if (bytes.empty()) break;
-    AppendUtf8(ToCharacter(static_cast<unsigned char>(bytes[0])), out);
-    bytes.remove_prefix(1);
+    const std::size_t length = number_ == kUtf8 ? DecodeUtf8(bytes).length : 0;
+    if (length > 0) {
+      out.append(bytes, 0, length);
+    } else {
+      AppendUtf8(ToCharacter(static_cast<unsigned char>(bytes[0])), out);
+    }
+    bytes.remove_prefix(std::max<std::size_t>(length, 1));
   }
   return out;
 }

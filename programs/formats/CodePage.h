@@ -10,8 +10,8 @@ namespace vemra {
 
 struct CodePageTable;
 
-// A single-byte code page, the encoding of a database's text, and its conversions from and to
-// UTF-8. Read-only: any thread may use it.
+// The encoding of a database's text, and its conversions from and to UTF-8: a single-byte code page
+// or, as number 65001, UTF-8 itself. Read-only: any thread may use it.
 //
 // What text becomes, chosen for what a searcher types:
 // - Soft hyphens, joiners and marks without width go, so that a word broken by them is found whole.
@@ -19,10 +19,15 @@ struct CodePageTable;
 //   blank; a line or paragraph separator becomes a line feed.
 // - Hyphens, dashes, quotes, primes and ligatures that the code page lacks are spelt with what it
 //   has.
+// - A Vietnamese vowel with a tone becomes vowel and tone mark where the code page has that mark.
 // - Any other character that it lacks becomes one byte to which the code page assigns nothing (0x81
 //   in most), which is neither word, white space nor sentence end, and reads back as U+FFFD.
+// UTF-8 lacks none, but a language pack takes each of its bytes for a letter; so quotes, dashes and
+// stops beyond ASCII are spelt in ASCII there too.
 class CodePage {
  public:
+  static constexpr int kUtf8 = 65001;
+
   // Null when there is no table for the number: see CodePageTables.h.
   static const CodePage* Find(int number);
   static const CodePage& Windows1252();
@@ -48,7 +53,7 @@ class CodePage {
 
   // Appends what one character becomes. c is any value.
   void AppendCharacter(char32_t c, std::string& out) const;
-  // The character of a byte, U+FFFD when it has none.
+  // The character of a byte; U+FFFD when it has none, as any byte above 127 in UTF-8.
   char32_t ToCharacter(unsigned char byte) const;
 
  private:

@@ -68,6 +68,26 @@ TEST(CodePageTest, FromUtf8) {
   }
 }
 
+TEST(CodePageTest, VietnameseTonesBecomeLooseMarks) {
+  const CodePage& page = *CodePage::Find(1258);
+  EXPECT_EQ(page.FromUtf8("Vi\xE1\xBB\x87t h\xC3\xA0 \xC4\xA9"), "Vi\xEA\xF2t h\xE0 i\xDE");
+  EXPECT_EQ(page.ToUtf8("i\xDE"), "i\xCC\x83");
+  EXPECT_EQ(CodePage::Windows1252().FromUtf8("\xE1\xBB\x87"), "\x81");
+}
+
+TEST(CodePageTest, Utf8KeepsEveryLetterAndSpellsPunctuation) {
+  const CodePage& page = *CodePage::Find(CodePage::kUtf8);
+  const std::string letters = "\xD0\x96 \xE6\xBC\xA2\xF0\x9F\x98\x80 caf\xC3\xA9";
+  EXPECT_EQ(page.FromUtf8(letters), letters);
+  EXPECT_EQ(page.ToUtf8(letters), letters);
+  EXPECT_EQ(page.FromUtf8("\xC2\xAB"
+                          "a\xC2\xAD\xE2\x80\x99\xC2\xA0\xE3\x80\x82\xE9"),
+            "\"a' . \xC3\xA9");
+  EXPECT_EQ(page.ToUtf8("a\xC3"), "a\xEF\xBF\xBD");
+  EXPECT_EQ(DecodeDocument("\xD0\x96", Declaration::kNone, page), "\xD0\x96");
+  EXPECT_EQ(DecodeDocument("\xE9t\xE9", Declaration::kNone, page), "\xC3\xA9t\xC3\xA9");
+}
+
 TEST(CodePageTest, ByteWithoutMeaningPrintsAsReplacement) {
   EXPECT_EQ(CodePage::Windows1252().ToUtf8("a\x81\x80z"), "a\xEF\xBF\xBD\xE2\x82\xACz");
   // Every byte above 127 of the Arabic page is assigned; 0x98 alone is free in the Cyrillic one.
@@ -84,6 +104,7 @@ TEST(CodePageTest, IsReadFromAPackFile) {
   EXPECT_EQ(numberOf("[Flags]\n65=A\n[Character Set]\nName=x\nCode Page=1251\n[Sort]\n"), 1251);
   EXPECT_EQ(numberOf("[Character Set]\n[Flags]\nCode Page=1251\n"), 1252);
   EXPECT_EQ(numberOf("[Character Set]\nCode Page=932\n"), 1252);
+  EXPECT_EQ(numberOf("[Character Set]\nCode Page=65001\n"), 65001);
   EXPECT_EQ(numberOf(""), 1252);
   EXPECT_EQ(CodePage::OfPackFile(folder.Path("missing.pack")).GetNumber(), 1252);
 }
