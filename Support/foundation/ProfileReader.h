@@ -63,6 +63,9 @@ class SUPPORT_API CTavoProfileReader {
   int ReadLine(std::string& text, int wholeLine);
   // Consumes the pending line.
   void GotoNextLine();
+  // The number of the pending line, else of the last one, from 1; 0 before the first. Skipped lines
+  // count, and each of the lines that a longer one was taken as.
+  std::uint32_t GetLineNumber() const { return lineNumber_; }
 
  protected:
   // Makes a line pending, the one that already is or the next meaningful one. Once it has failed at
@@ -91,7 +94,7 @@ class SUPPORT_API CTavoProfileReader {
   std::unique_ptr<char[]> buffer_;
   std::uint32_t position_ = 0;
   std::uint32_t lineStart_ = 0;   // where a failed match goes back to
-  std::uint32_t lineNumber_ = 0;  // physical lines read; for debugging only
+  std::uint32_t lineNumber_ = 0;
   std::string path_;
   char* line_ = nullptr;  // the current line, in the buffer or in the block
   std::size_t lineLength_ = 0;

@@ -134,12 +134,12 @@ int LangPackReader::Read(const std::string& path, LangPackTables& tables) {
   return 1;
 }
 
-void LangPackReader::OnBadLine(const std::string& /*line*/) {}
+void LangPackReader::OnBadLine(const std::string& /*line*/, std::uint32_t /*number*/) {}
 
 void LangPackReader::ReadLines(CTavoProfileReader& file, LineReader read, LangPackTables& tables) {
   std::string line;
   while (LookAtLine(file, line)) {
-    if (!read(line.c_str(), tables)) OnBadLine(line);
+    if (!read(line.c_str(), tables)) OnBadLine(line, file.GetLineNumber());
     file.GotoNextLine();
   }
 }
@@ -149,6 +149,7 @@ void LangPackReader::ReadQueryWords(CTavoProfileReader& file, LangPackTables& ta
   while (LookAtLine(file, line)) {
     if (!file.ReadString("And", tables.andWord) && !file.ReadString("Or", tables.orWord) &&
         !file.ReadString("Not", tables.notWord)) {
+      OnBadLine(line, file.GetLineNumber());
       file.GotoNextLine();
     }
   }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "Support/Export.h"
@@ -32,15 +33,15 @@ class SUPPORT_API LangPackReader {
   int Read(const std::string& path, LangPackTables& tables);
 
  protected:
-  // A line that does not follow its section's syntax and was skipped. Does nothing: a pack with a
-  // bad line still serves, and who writes packs overrides this.
-  virtual void OnBadLine(const std::string& line);
+  // A line that does not follow its section's syntax and was skipped, and its number in the file,
+  // from 1. Does nothing: a pack with a bad line still serves, and who writes packs overrides this.
+  virtual void OnBadLine(const std::string& line, std::uint32_t number);
 
  private:
   using LineReader = bool (*)(const char* line, LangPackTables& tables);
 
   void ReadLines(CTavoProfileReader& file, LineReader read, LangPackTables& tables);
-  static void ReadQueryWords(CTavoProfileReader& file, LangPackTables& tables);
+  void ReadQueryWords(CTavoProfileReader& file, LangPackTables& tables);
 };
 
 }  // namespace vemra

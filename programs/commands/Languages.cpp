@@ -43,6 +43,13 @@ bool RegisterLanguage(const std::string& name) {
   return pack && SetTavoValue("Languages\\" + name, "Path", FromHostPath(pack->string())) != 0;
 }
 
+std::string FindPackFile(const std::string& name) {
+  std::string path;
+  if (HasRegisteredFile(name) && GetLanguagePath(name, path) != 0) return ToHostPath(path);
+  const std::optional<fs::path> pack = FindPack(name);
+  return pack ? pack->string() : std::string();
+}
+
 std::vector<std::string> ListLanguages() {
   std::vector<std::string> registered;
   EnumKeys("Languages", registered);

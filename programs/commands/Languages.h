@@ -15,6 +15,10 @@ inline constexpr const char* kBuiltInLanguage = "Default";
 // path, or no such path. False when the language cannot be found.
 bool RegisterLanguage(const std::string& name);
 
+// The host path of the language's pack file: the registered one, else one of the program's own
+// packs; empty when there is none. Registers nothing.
+std::string FindPackFile(const std::string& name);
+
 // The languages that RegisterLanguage would find, in order, the built-in one first.
 std::vector<std::string> ListLanguages();
 

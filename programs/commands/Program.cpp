@@ -9,6 +9,7 @@
 #include "programs/commands/CreateCommand.h"
 #include "programs/commands/ExitCode.h"
 #include "programs/commands/IndexCommand.h"
+#include "programs/commands/PackCommand.h"
 #include "programs/commands/RegistryCommand.h"
 #include "programs/commands/SearchCommand.h"
 #include "programs/commands/ShowCommand.h"
@@ -48,6 +49,7 @@ int RunProgram(std::vector<std::string> arguments, Console& console) {
   AddShowCommand(program, console, exitCode);
   AddRegistryCommand(program, console, exitCode);
   AddConfigCommand(program, console, exitCode);
+  AddPackCommand(program, console, exitCode);
   try {
     std::reverse(arguments.begin(), arguments.end());  // as CLI takes them
     program.parse(arguments);

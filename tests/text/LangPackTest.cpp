@@ -18,7 +18,9 @@ class CollectingReader : public LangPackReader {
   std::vector<std::string> bad;
 
  protected:
-  void OnBadLine(const std::string& line) override { bad.push_back(line); }
+  void OnBadLine(const std::string& line, std::uint32_t number) override {
+    bad.push_back(std::to_string(number) + ": " + line);
+  }
 };
 
 class LangPack : public testing::Test {
@@ -125,13 +127,15 @@ TEST_F(LangPack, SkipsBadLinesWhole) {
       {"Index", "65-66=97"},
       {"Index", "65=0"},
       {"Index", "65-67=254-256"},
+      {"Query Language", "And"},
+      {"Query Language", "and=x"},
   };
   const LangPackTables untouched;
   for (const auto& [section, line] : rows) {
     SCOPED_TRACE(line);
     std::vector<std::string> bad;
     const LangPackTables tables = Read(section, std::string(line) + "\n", &bad);
-    EXPECT_EQ(bad, std::vector<std::string>{line});
+    EXPECT_EQ(bad, std::vector<std::string>{std::string("2: ") + line});
     EXPECT_EQ(tables.flags, untouched.flags);
     EXPECT_EQ(tables.sort, untouched.sort);
     EXPECT_EQ(tables.toIndex, untouched.toIndex);
@@ -146,7 +150,7 @@ TEST_F(LangPack, AppliesSectionsInFileOrder) {
                                  "[Flags]\r\n66=D\r\n69=A");
   CollectingReader reader;
   ASSERT_EQ(reader.Read(path, tables), 1);
-  EXPECT_TRUE(reader.bad.empty());
+  EXPECT_EQ(reader.bad, std::vector<std::string>{"12: Rest=1"});
   for (const auto& [byte, flags] : {std::pair{65, 0}, {66, 4}, {67, 0}, {68, 0}, {69, 3}}) {
     EXPECT_EQ(tables.flags[static_cast<std::size_t>(byte)], flags) << byte;
   }

@@ -74,7 +74,7 @@ class CollectingReader : public LangPackReader {
   std::vector<std::string> bad;
 
  protected:
-  void OnBadLine(const std::string& line) override { bad.push_back(line); }
+  void OnBadLine(const std::string& line, std::uint32_t) override { bad.push_back(line); }
 };
 
 struct PackFile {
