@@ -106,4 +106,57 @@ void PlainCut::Commit(PlainItem item, bool breakOnNewLine) {
   }
 }
 
+namespace {
+
+bool SameItem(const TavoWord& word, const PlainItem& plain) {
+  if (word.GetText() != plain.text || word.GetStart() != plain.start ||
+      word.GetNumber() != plain.number || word.GetItemNumber() != plain.itemNumber ||
+      word.GetType() != plain.type ||
+      word.GetWordsNumber() != static_cast<int>(plain.parts.size())) {
+    return false;
+  }
+  const TavoWord* part = word.GetFirstWord();
+  for (const PlainItem& plainPart : plain.parts) {
+    if (part == nullptr || !SameItem(*part, plainPart)) return false;
+    part = word.GetNextWord(part);
+  }
+  return part == nullptr;
+}
+
+}  // namespace
+
+bool SameItems(TavoSection& section, const PlainCut& plain) {
+  if (section.GetItemsNumber() != static_cast<int>(plain.items.size())) return false;
+  const char* text = section.GetContents().data();
+  for (int i = 0; i < section.GetItemsNumber(); ++i) {
+    const TavoWord* item = section.GetItemAt(i);
+    // Side by side in the contents themselves.
+    if (item->GetText().data() != text) return false;
+    text += item->GetLength();
+    if (!SameItem(*item, plain.items[static_cast<std::size_t>(i)])) return false;
+  }
+  return true;
+}
+
+namespace {
+
+bool SameNumbers(TavoSection& section, const PlainCut& plain) {
+  if (section.GetWordsNumber() != static_cast<int>(plain.words.size())) return false;
+  for (int i = 0; i < section.GetWordsNumber(); ++i) {
+    const int item = plain.words[static_cast<std::size_t>(i)];
+    if (section.GetWordAt(i) != section.GetItemAt(item)) return false;
+  }
+  return section.GetSentenceBreaks().GetEntries() == plain.sentenceBreaks &&
+         section.GetParagraphBreaks().GetEntries() == plain.paragraphBreaks &&
+         section.GetWordInSentenceAtEnd() == plain.wordInSentence &&
+         section.GetWordInParagraphAtEnd() == plain.wordInParagraph &&
+         section.GetSentenceInParagraphAtEnd() == plain.sentenceInParagraph;
+}
+
+}  // namespace
+
+bool Same(TavoSection& section, const PlainCut& plain) {
+  return SameItems(section, plain) && SameNumbers(section, plain);
+}
+
 }  // namespace vemra::test

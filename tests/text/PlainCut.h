@@ -3,6 +3,8 @@
 #include <string>
 #include <vector>
 
+#include "Support/text/Section.h"
+
 namespace vemra::test {
 
 // The rules of cutting a section, followed one character and one merge at a time, with the built-in
@@ -31,5 +33,9 @@ struct PlainCut {
  private:
   void Commit(PlainItem item, bool breakOnNewLine);
 };
+
+// Whether a section that was parsed has these items, and these numbers and counts.
+bool SameItems(TavoSection& section, const PlainCut& plain);
+bool Same(TavoSection& section, const PlainCut& plain);
 
 }  // namespace vemra::test
