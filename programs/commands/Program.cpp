@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <ostream>
 
+#include "programs/commands/CheckCommand.h"
 #include "programs/commands/CommandError.h"
 #include "programs/commands/ConfigCommand.h"
 #include "programs/commands/CreateCommand.h"
@@ -13,6 +14,7 @@
 #include "programs/commands/RegistryCommand.h"
 #include "programs/commands/SearchCommand.h"
 #include "programs/commands/ShowCommand.h"
+#include "programs/commands/StatusCommand.h"
 #include "programs/engine/EngineError.h"
 
 namespace vemra::commands {
@@ -47,6 +49,8 @@ int RunProgram(std::vector<std::string> arguments, Console& console) {
   AddIndexCommand(program, console, exitCode);
   AddSearchCommand(program, console, exitCode);
   AddShowCommand(program, console, exitCode);
+  AddCheckCommand(program, console, exitCode);
+  AddStatusCommand(program, console, exitCode);
   AddRegistryCommand(program, console, exitCode);
   AddConfigCommand(program, console, exitCode);
   AddPackCommand(program, console, exitCode);
