@@ -1,5 +1,6 @@
 #include "Support/definition/Attribute.h"
 
+#include "Support/definition/StoredText.h"
 #include "Support/foundation/INIWorker.h"
 
 namespace vemra {
@@ -8,8 +9,8 @@ CTavoAttribute::~CTavoAttribute() = default;
 
 int CTavoAttribute::Save(INIWorker& writer, int item) const {
   const std::string number = std::to_string(item);
-  return writer.PutString("Attribute Path " + number, GetTagPath()) != 0 &&
-                 writer.PutString("Attribute Name " + number, name_) != 0 &&
+  return PutText(writer, "Attribute Path " + number, GetTagPath()) != 0 &&
+                 PutText(writer, "Attribute Name " + number, name_) != 0 &&
                  writer.PutNum("Add to Attribute Field " + number, addToAttributeField_) != 0
              ? 1
              : 0;

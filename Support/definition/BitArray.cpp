@@ -85,18 +85,24 @@ void CTavoBitArray::SetSize(std::int32_t size) {
 void CTavoBitArray::Resize(std::int64_t size) {
   if (size > INT32_MAX) throw std::bad_array_new_length();
   size = std::max<std::int64_t>(size, 0);
-  ClearUnusedBits();
-  const std::size_t kept = GetUsedBytes();
+  ClearFrom(std::min<std::int64_t>(size, size_));
   const auto words = static_cast<std::size_t>(WordsFor(size));
-  if (words > words_.size()) {
-    Words grown(words);
-    std::copy_n(Bytes(), kept, reinterpret_cast<std::uint8_t*>(grown.data()));
+  if (words > words_.capacity()) {
+    Words grown(words);  // exactly as many; the vector itself would keep a reserve
+    std::copy_n(Bytes(), GetUsedBytes(), reinterpret_cast<std::uint8_t*>(grown.data()));
     words_ = std::move(grown);
+  } else {
+    words_.resize(words);
   }
   size_ = static_cast<std::int32_t>(size);
   byteLength_ = static_cast<std::int32_t>(BytesFor(size));
-  std::fill(Bytes() + std::min(kept, GetUsedBytes()), Bytes() + GetStorageBytes(), std::uint8_t{0});
-  ClearUnusedBits();
+}
+
+void CTavoBitArray::ClearFrom(std::int64_t bit) {
+  const auto byte = static_cast<std::size_t>(bit / 8);
+  if (byte >= GetStorageBytes()) return;
+  Bytes()[byte] &= static_cast<std::uint8_t>((1U << (bit % 8)) - 1);
+  std::fill(Bytes() + byte + 1, Bytes() + GetStorageBytes(), std::uint8_t{0});
 }
 
 void CTavoBitArray::RemoveAll() {
@@ -189,6 +195,10 @@ CTavoBitArray CTavoBitArray::operator-(const CTavoBitArray& other) const {
   CTavoBitArray result(other);
   result -= *this;
   return result;
+}
+
+std::int32_t CTavoBitArray::GetTrueCount() const {
+  return size_ == 0 ? 0 : CTavoFixedBitArray::GetTrueCount();
 }
 
 int CTavoBitArray::Save(TavoFile* file) const {

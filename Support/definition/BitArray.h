@@ -10,7 +10,8 @@ class TavoFile;
 
 // A growable bit array. The size is in bits and set by the caller; the storage is exactly as many
 // 32-bit words as the largest size since the storage was last allocated needs. The bits of the last
-// used byte above the size are 0 after every operation but SetAt beyond the size.
+// used byte above the size are 0 after every operation but SetAt beyond the size and Load of a
+// record that has some there.
 //
 // Growing raises std::bad_alloc and leaves the array as it was; also for a size above 2^31 - 1.
 class SUPPORT_API CTavoBitArray : public CTavoFixedBitArray {
@@ -29,6 +30,7 @@ class SUPPORT_API CTavoBitArray : public CTavoFixedBitArray {
   using CTavoFixedBitArray::SetAt;
   void SetAll() override;
   void Reverse() override;
+  std::int32_t GetTrueCount() const override;
 
   virtual void SetSize(std::int32_t size);  // new bits are 0
   virtual void RemoveAll();
@@ -62,11 +64,12 @@ class SUPPORT_API CTavoBitArray : public CTavoFixedBitArray {
   // Returns 0 and leaves the array unchanged when the record is cut short or its lengths are
   // negative; never allocates more than the file holds. Kept: the byte length beside the size is
   // not taken from the record, so a loaded array is consistent only when the record's byte length
-  // is the one the array had before.
+  // is the one the array had before, or after SetSize to the size that it already has.
   int Load(TavoFile* file);
 
  private:
   void Resize(std::int64_t size);
+  void ClearFrom(std::int64_t bit);  // to the end of the storage
   void CopyFrom(const CTavoBitArray& other);
 
   std::int32_t size_ = 0;  // bits

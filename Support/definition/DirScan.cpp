@@ -26,10 +26,11 @@ struct CDirHandle {
   platform::FolderListing listing;  // opened when its first entry is asked for
   platform::FileIdentity identity;
   std::deque<platform::FolderEntry> readAhead;  // what remained when the listing was closed
+  std::uint32_t error = 0;                      // that ended the listing early
   bool opened = false;
 
   bool Next(platform::FolderEntry* entry) {
-    if (readAhead.empty()) return listing.IsOpen() && listing.Next(entry);
+    if (readAhead.empty()) return Read(entry);
     *entry = std::move(readAhead.front());
     readAhead.pop_front();
     return true;
@@ -38,8 +39,17 @@ struct CDirHandle {
   // Reads the rest, so that a deep walk does not hold a handle of each level.
   void Close() {
     platform::FolderEntry entry;
-    while (listing.IsOpen() && listing.Next(&entry)) readAhead.push_back(std::move(entry));
+    while (Read(&entry)) readAhead.push_back(std::move(entry));
     listing.Close();
+  }
+
+ private:
+  bool Read(platform::FolderEntry* entry) {
+    if (!listing.IsOpen()) return false;
+    if (listing.Next(entry)) return true;
+    const std::uint32_t code = platform::GetLastErrorCode();
+    if (code != platform::kNoMoreFiles) error = code;
+    return false;
   }
 };
 
@@ -109,7 +119,7 @@ void CDirScan::DeleteSubtree(int removeRoot) {
       case Step::kEnd:
         return;
       case Step::kFile:
-        if (!platform::RemoveFile(currentDir_ + '\\' + name)) KeepError();
+        if (!platform::RemoveFile(currentDir_ + '\\' + name)) KeepErrorUnlessGone();
         break;
       case Step::kLinkedFolder:
         // What the link leads to is not ours. With filters, no folder goes that is not empty.
@@ -119,7 +129,9 @@ void CDirScan::DeleteSubtree(int removeRoot) {
         const std::string folder = currentDir_;
         const bool isRoot = listings_.size() == 1;
         Leave();
-        if ((!isRoot || removeRoot != 0) && !platform::RemoveFolder(folder)) KeepError();
+        if ((!isRoot || removeRoot != 0) && !platform::RemoveFolder(folder)) {
+          KeepErrorUnlessGone();
+        }
         break;
       }
     }
@@ -131,7 +143,10 @@ CDirScan::Step CDirScan::NextStep(std::string& name, LinkedFolders linkedFolders
   while (!listings_.empty()) {
     if (!listings_.back()->opened && !OpenInnermost()) return Step::kFolderEnd;
     platform::FolderEntry entry;
-    if (!listings_.back()->Next(&entry)) return Step::kFolderEnd;
+    if (!listings_.back()->Next(&entry)) {
+      if (listings_.back()->error != 0) lastError_ = listings_.back()->error;
+      return Step::kFolderEnd;
+    }
     if (!entry.isFolder) {
       if (MatchFilters(entry.name) == 0) continue;
       name = std::move(entry.name);
@@ -151,7 +166,11 @@ bool CDirScan::OpenInnermost() {
   CDirHandle& innermost = *listings_.back();
   innermost.opened = true;
   if (!innermost.listing.Open(currentDir_)) {
-    KeepError();
+    if (listings_.size() == 1) {
+      lastError_ = platform::GetLastErrorCode();
+    } else {
+      KeepErrorUnlessGone();
+    }
     return false;
   }
   innermost.identity = innermost.listing.GetIdentity();
@@ -178,11 +197,13 @@ void CDirScan::Leave() {
 }
 
 void CDirScan::RemoveLink(const std::string& path) {
-  if (!platform::RemoveFolder(path) && !platform::RemoveFile(path)) KeepError();
+  if (!platform::RemoveFolder(path) && !platform::RemoveFile(path)) KeepErrorUnlessGone();
 }
 
-void CDirScan::KeepError() {
-  lastError_ = platform::GetLastErrorCode();
+// What was listed and is gone when its turn comes is no error.
+void CDirScan::KeepErrorUnlessGone() {
+  const std::uint32_t code = platform::GetLastErrorCode();
+  if (code != platform::kFileNotFound && code != platform::kPathNotFound) lastError_ = code;
 }
 
 }  // namespace vemra

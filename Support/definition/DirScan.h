@@ -46,8 +46,9 @@ class SUPPORT_API CDirScan {
   void DeleteSubtree(int removeRoot);
 
   void Cleanup();  // ends the walk
-  // The system's error (see Errors.h) of the last folder that could not be read, or of the last
-  // deletion that failed, since Scan; 0 for none. It outlives the end of the walk.
+  // The system's error, numbered as on Windows, of the last folder that could not be read, or of
+  // the last deletion that failed, since Scan; 0 for none. It outlives the end of the walk. A file
+  // or a subfolder that vanishes meanwhile is no error; a missing root is.
   std::uint32_t GetLastError() const { return lastError_; }
 
  private:
@@ -58,7 +59,7 @@ class SUPPORT_API CDirScan {
   void Enter(const std::string& name);
   void Leave();
   void RemoveLink(const std::string& path);
-  void KeepError();
+  void KeepErrorUnlessGone();
 
   std::string currentDir_;
   std::vector<std::string> filters_;  // lower-cased

@@ -4,6 +4,7 @@
 #include <charconv>
 
 #include "Support/definition/StoredCount.h"
+#include "Support/definition/StoredText.h"
 #include "Support/definition/Tokens.h"
 #include "Support/foundation/INIWorker.h"
 
@@ -131,8 +132,8 @@ int CTavoField::Load(INIWorker& reader, int fieldno) {
 
 int CTavoField::Save(INIWorker& writer) const {
   writer.SetSection("FIELD" + std::to_string(fieldno_));
-  writer.PutString("NAME", name_);
-  if (title_ != name_) writer.PutString("TITLE", title_);
+  PutText(writer, "NAME", name_);
+  if (title_ != name_) PutText(writer, "TITLE", title_);
   writer.PutString("FIELDRULES", WriteFieldRule());
   if (fieldList_.IsEmpty() == 0) writer.PutString("INDEX", WriteFieldList());
   if (parentField_ != -1) writer.PutNum("Parent Field", parentField_);

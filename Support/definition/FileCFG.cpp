@@ -3,6 +3,7 @@
 #include <system_error>
 
 #include "Support/definition/FileIDX.h"
+#include "Support/definition/StoredText.h"
 #include "Support/foundation/File.h"
 #include "Support/foundation/INIWorker.h"
 #include "Support/foundation/Paths.h"
@@ -157,27 +158,27 @@ int CTavoFileCFG::Save(INIWorker& writer) {
 
 void CTavoFileCFG::SaveGeneral(INIWorker& writer) const {
   writer.SetSection(kGeneral);
-  writer.PutString("IndexName", indexName_);
-  writer.PutString("IndexFolder", indexFolder_);
+  PutText(writer, "IndexName", indexName_);
+  PutText(writer, "IndexFolder", indexFolder_);
   writer.PutNum("IndexDynamic", indexDynamic_);
-  writer.PutString("Language", language_);
+  PutText(writer, "Language", language_);
   writer.PutBoolean("RTLResultView", rtlResultView_ ? 1 : 0);
-  writer.PutString("ToolbarURL", toolbarURL_);
-  writer.PutString("ToolbarSize", toolbarSize_);
+  PutText(writer, "ToolbarURL", toolbarURL_);
+  PutText(writer, "ToolbarSize", toolbarSize_);
   writer.PutBoolean("UseSpider", useSpider_ ? 1 : 0);
 }
 
 void CTavoFileCFG::SaveFileNames(INIWorker& writer) const {
   writer.SetSection(kFileNames);
-  writer.PutString("INIFile", iniFile_);
-  writer.PutString("IDXFile", idxFile_);
-  writer.PutString("FINFile", finFile_);
-  writer.PutString("LOGFile", logFile_);
-  writer.PutString("SFMFile", sfmFile_);
-  writer.PutString("LCLFile", lclFile_);
-  writer.PutString("SPDFile", spdFile_);
-  writer.PutString("AccessFile", accessFile_);
-  writer.PutString("TempFolder", tempFolder_);
+  PutText(writer, "INIFile", iniFile_);
+  PutText(writer, "IDXFile", idxFile_);
+  PutText(writer, "FINFile", finFile_);
+  PutText(writer, "LOGFile", logFile_);
+  PutText(writer, "SFMFile", sfmFile_);
+  PutText(writer, "LCLFile", lclFile_);
+  PutText(writer, "SPDFile", spdFile_);
+  PutText(writer, "AccessFile", accessFile_);
+  PutText(writer, "TempFolder", tempFolder_);
 }
 
 void CTavoFileCFG::SaveSchedule(INIWorker& writer) const {

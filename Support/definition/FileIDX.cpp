@@ -3,10 +3,10 @@
 #include <cstdint>
 #include <string_view>
 #include <system_error>
-#include <unordered_map>
 #include <utility>
 
 #include "Support/definition/StoredCount.h"
+#include "Support/definition/StoredText.h"
 #include "Support/foundation/File.h"
 #include "Support/foundation/INIWorker.h"
 #include "Support/foundation/ProfileReader.h"
@@ -38,6 +38,12 @@ std::string_view TitleIn(std::string_view line) {
   return line.substr(1, last - 1);
 }
 
+// A name with a blank anywhere is enclosed in quotes, which reading takes away.
+std::string QuoteBlanks(const std::string& name) {
+  const std::string quoted = QuoteString(name, " ");
+  return quoted == name ? ProtectText(name) : quoted;
+}
+
 }  // namespace
 
 int CTavoFileIDX::Load(CTavoProfileReader& reader) {
@@ -66,25 +72,32 @@ void CTavoFileIDX::ReadFileTypeLines(CTavoProfileReader& reader) {
     if (reader.ReadLine(line, 1) == 0 || IsTitle(line)) return;
     reader.GotoNextLine();
   }
+  FileTypesByName known = GetFileTypesByName();
   for (; count > 0 && reader.ReadLine(line, 1) != 0 && !IsTitle(line); --count) {
     reader.GotoNextLine();
     const char* cursor = line.c_str();
     const std::string name = ReadFileName(cursor);
     if (name.empty()) return;
-    if (CTavoFileType* known = GetFileType(FindFileType(name))) {
-      known->SetDefaultFilters(cursor);
+    if (const auto found = known.find(name); found != known.end()) {
+      found->second->SetDefaultFilters(cursor);
     } else {
-      AddFileType(std::make_unique<CTavoFileType>(name, cursor));
+      CTavoFileType* added =
+          GetFileType(AddFileType(std::make_unique<CTavoFileType>(name, cursor)));
+      known.emplace(added->GetName(), added);
     }
   }
 }
 
+// Of several with one name the first counts.
+CTavoFileIDX::FileTypesByName CTavoFileIDX::GetFileTypesByName() const {
+  FileTypesByName byName;
+  for (const auto& fileType : fileTypes_) byName.emplace(fileType->GetName(), fileType.get());
+  return byName;
+}
+
 void CTavoFileIDX::ReadItems(CTavoProfileReader& reader) {
   if (!FindSection(reader, kFilesToIndex)) return;
-  // The file types whose section has not been met; of several with one name the first counts.
-  std::unordered_map<std::string_view, CTavoFileType*> expected;
-  for (const auto& fileType : fileTypes_) expected.emplace(fileType->GetName(), fileType.get());
-
+  FileTypesByName expected = GetFileTypesByName();  // those whose section has not been met
   CTavoFileType* target = nullptr;
   std::string line;
   for (; reader.ReadLine(line, 1) != 0; reader.GotoNextLine()) {
@@ -160,10 +173,10 @@ int CTavoFileIDX::SaveFileTypes(INIWorker& writer) const {
   for (int i = 0; saved && i < GetNumOfFileTypes(); ++i) {
     const CTavoFileType& fileType = *GetFileType(i);
     writer.SetSection("FileType" + std::to_string(i + 1));
-    saved = writer.PutString("Name", QuoteString(fileType.GetName(), " ")) != 0 &&
-            writer.PutString("FTD", QuoteString(fileType.GetFTDfileName(), " ")) != 0 &&
-            writer.PutString("Format", fileType.GetFormat()) != 0 &&
-            writer.PutString("Language", fileType.GetLanguage()) != 0;
+    saved = writer.PutString("Name", QuoteBlanks(fileType.GetName())) != 0 &&
+            writer.PutString("FTD", QuoteBlanks(fileType.GetFTDfileName())) != 0 &&
+            PutText(writer, "Format", fileType.GetFormat()) != 0 &&
+            PutText(writer, "Language", fileType.GetLanguage()) != 0;
   }
   writer.SetSection(section);
   return saved ? 1 : 0;

@@ -3,6 +3,8 @@
 #include <cstdio>
 #include <memory>
 #include <string>
+#include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "Support/Export.h"
@@ -68,6 +70,9 @@ class SUPPORT_API CTavoFileIDX {
   void Cleanup();  // deletes every file type
 
  private:
+  using FileTypesByName = std::unordered_map<std::string_view, CTavoFileType*>;
+
+  FileTypesByName GetFileTypesByName() const;
   void ReadFileTypeLines(CTavoProfileReader& reader);
   void ReadItems(CTavoProfileReader& reader);
 

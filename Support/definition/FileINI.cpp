@@ -165,7 +165,6 @@ void CTavoFileINI::ChangeFieldno(CTavoField* field, int fieldno) {
     defined_.Reset(old);
     if (old != 0 && old < freeCursor_) freeCursor_ = old;
   }
-  highestFieldno_ = std::max(highestFieldno_, fieldno);
   ++revision_;
 }
 

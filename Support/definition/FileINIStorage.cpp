@@ -6,6 +6,7 @@
 
 #include "Support/definition/FileINI.h"
 #include "Support/definition/StoredCount.h"
+#include "Support/definition/StoredText.h"
 #include "Support/foundation/INIWorker.h"
 
 namespace vemra {
@@ -118,7 +119,7 @@ void CTavoFileINI::MakeGeneralFieldFirst() {
 void CTavoFileINI::SaveTitles(INIWorker& writer) const {
   writer.SetSection("Titles");
   writer.PutNum("Max. Length", maxTitleLength_);
-  writer.PutString("Separator", titleSeparator_);
+  PutText(writer, "Separator", titleSeparator_);
   writer.PutNum("Items", GetNumOfTitleItems());
   int number = 0;
   for (const auto& item : titleItems_) {
@@ -126,7 +127,7 @@ void CTavoFileINI::SaveTitles(INIWorker& writer) const {
     writer.PutNum("Field", item->GetFieldno());
     writer.PutNum("Max. Length", item->GetMaxLength());
     writer.PutBoolean("Add Once", item->IsAddOnce() ? 1 : 0);
-    writer.PutString("Separator", item->GetSeparator());
+    PutText(writer, "Separator", item->GetSeparator());
   }
 }
 
@@ -135,9 +136,9 @@ int CTavoFileINI::SaveStatuses(INIWorker& writer) const {
   if (writer.PutNum("Number", GetStatusesNumber()) == 0) return 0;
   for (int i = 0; i < GetStatusesNumber(); ++i) {
     writer.SetSection("Status " + std::to_string(i));
-    if (writer.PutString("Name", GetStatusName(i)) == 0 ||
-        writer.PutString("String", GetStatusString(i)) == 0 ||
-        writer.PutString("Picture", GetStatusPicture(i)) == 0) {
+    if (PutText(writer, "Name", GetStatusName(i)) == 0 ||
+        PutText(writer, "String", GetStatusString(i)) == 0 ||
+        PutText(writer, "Picture", GetStatusPicture(i)) == 0) {
       return 0;
     }
   }

@@ -1,5 +1,6 @@
 #include "Support/definition/FileLCL.h"
 
+#include "Support/definition/StoredText.h"
 #include "Support/foundation/INIWorker.h"
 #include "Support/foundation/Paths.h"
 #include "Support/platform/Process.h"
@@ -75,18 +76,18 @@ void CTavoFileLCL::ReadPersonalProfile(INIWorker& reader) {
 int CTavoFileLCL::Save(const std::string& fileName) {
   INIWorker writer(fileName);
   INIWorker::Batch batch(writer);
-  return writer.PutString(kBackground, "Path", background_.stored) != 0 &&
+  return PutText(writer, kBackground, "Path", background_.stored) != 0 &&
                  writer.PutBoolean(kBackground, "Tile", tile_) != 0 &&
-                 writer.PutString(kHeader, "Title", title_) != 0 &&
-                 writer.PutString(kHeader, "Print", printHeader_) != 0 &&
-                 writer.PutString(kSplash, "Path", splash_.stored) != 0 &&
+                 PutText(writer, kHeader, "Title", title_) != 0 &&
+                 PutText(writer, kHeader, "Print", printHeader_) != 0 &&
+                 PutText(writer, kSplash, "Path", splash_.stored) != 0 &&
                  writer.PutNum(kSplash, "Display Time", displayTime_) != 0 &&
-                 writer.PutString(kProfile, "Layout", layout_) != 0 &&
+                 PutText(writer, kProfile, "Layout", layout_) != 0 &&
                  writer.PutBoolean(kProfile, "On", profileOn_) != 0 &&
-                 writer.PutString(kProfile, "Background", profileBackground_.stored) != 0 &&
+                 PutText(writer, kProfile, "Background", profileBackground_.stored) != 0 &&
                  writer.PutColor(kProfile, "Color", profileColor_) != 0 &&
-                 writer.PutString(kAbout, "Path", about_.stored) != 0 &&
-                 writer.PutString(kRegistry, "Name", registryName_) != 0 && batch.Commit() != 0
+                 PutText(writer, kAbout, "Path", about_.stored) != 0 &&
+                 PutText(writer, kRegistry, "Name", registryName_) != 0 && batch.Commit() != 0
              ? 1
              : 0;
 }

@@ -47,11 +47,10 @@ std::int32_t CTavoFixedBitArray::GetSize() const {
 }
 
 void CTavoFixedBitArray::SetAt(std::int32_t index, const CTavoBitArray& other) {
-  if (index < 0 || words_.empty()) return;
+  if (index < 0 || index >= kBits || GetStorageBytes() < kBytes) return;
   CTavoBitArray all(kBits, Bytes());
   all.SetAt(index, other);
-  std::copy_n(static_cast<const CTavoFixedBitArray&>(all).words_.begin(), words_.size(),
-              words_.begin());
+  SetBits(static_cast<const CTavoFixedBitArray&>(all).Bytes());
 }
 
 void CTavoFixedBitArray::SetAt(std::int32_t index, int value) {

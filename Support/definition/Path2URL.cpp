@@ -4,6 +4,7 @@
 
 #include "Support/definition/LowerCase.h"
 #include "Support/definition/StoredCount.h"
+#include "Support/definition/StoredText.h"
 #include "Support/foundation/INIWorker.h"
 #include "Support/foundation/Strings.h"
 
@@ -42,8 +43,8 @@ int TavoPath2URL::Save(INIWorker& writer) const {
   int number = 0;
   for (const Pair& pair : pairs_) {
     const std::string suffix = std::to_string(++number);
-    if (writer.PutString("Path" + suffix, pair.path) == 0 ||
-        writer.PutString("URL" + suffix, pair.url) == 0) {
+    if (PutText(writer, "Path" + suffix, pair.path) == 0 ||
+        PutText(writer, "URL" + suffix, pair.url) == 0) {
       return 0;
     }
   }

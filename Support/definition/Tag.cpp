@@ -1,5 +1,6 @@
 #include "Support/definition/Tag.h"
 
+#include "Support/definition/StoredText.h"
 #include "Support/foundation/INIWorker.h"
 
 namespace vemra {
@@ -8,7 +9,7 @@ CTavoTag::~CTavoTag() = default;
 
 int CTavoTag::Save(INIWorker& writer, int item) const {
   const std::string number = std::to_string(item);
-  return writer.PutString("Tag Path " + number, path_) != 0 &&
+  return PutText(writer, "Tag Path " + number, path_) != 0 &&
                  writer.PutNum("Ignore Parent Fields " + number, ignoreParentFields_) != 0 &&
                  writer.PutNum("Add to Tag Field " + number, addToTagField_) != 0
              ? 1

@@ -226,6 +226,18 @@ TEST_F(BitArrayRecordTest, RoundTrip) {
   EXPECT_EQ(Saved(CTavoBitArray()), std::string(8, '\0'));
 }
 
+TEST_F(BitArrayRecordTest, TheByteLengthBecomesRightWithTheSize) {
+  const std::string bytes = Saved(CTavoBitArray(13, "\x81\x10"));
+  CTavoBitArray loaded(3, nullptr);
+  ASSERT_EQ(LoadBytes(bytes, loaded), 1);
+  EXPECT_EQ(loaded.GetTrueCount(), 2) << "still one byte long";
+  EXPECT_NE(loaded.GetAt(12), 0);
+  loaded.SetSize(13);
+  EXPECT_EQ(Saved(loaded), bytes);
+  ASSERT_EQ(LoadBytes(std::string("\0\0\0\0\x02\0\0\0\x81\x10", 10), loaded), 1);
+  EXPECT_EQ(loaded.GetTrueCount(), 0) << "no size, no bits";
+}
+
 TEST_F(BitArrayRecordTest, DamagedRecordsAreHarmless) {
   const struct {
     const char* label;

@@ -58,6 +58,29 @@ TEST_F(FileINITest, ReadsAndWritesTheGoldenFile) {
   EXPECT_EQ(test::ReadHostFile(folder_.Host() / "out.ini"), golden);
 }
 
+TEST_F(FileINITest, KeepsTextsThatReadingWouldCut) {
+  for (const char* text : {" - ", "'x'", "\"", "\"x\"", "\t", "a \"b\"", "\"\"", "x;y=z]"}) {
+    SCOPED_TRACE(text);
+    definitions_.Reset();
+    Add(definitions_, text, 7, "Status")->AddTag(0, text);
+    definitions_.SetSeparator(text);
+    definitions_.AddTitleItem(std::make_unique<TavoTitleItem>(7, 0, text));
+    definitions_.AddStatus(text, text, text);
+    const std::string path = folder_.Path("db.ini");
+    ASSERT_EQ(definitions_.Save(path.c_str()), 1);
+    ASSERT_EQ(definitions_.SaveFTD(0, folder_.Path("db.ftd")), 1);
+    const std::string bytes = test::ReadHostFile(folder_.Host() / "db.ini");
+    ASSERT_EQ(definitions_.Load(path.c_str()), 1);
+    ASSERT_NE(definitions_.GetField(text), nullptr);
+    EXPECT_EQ(definitions_.GetTitleItem(0)->GetSeparator(), text);
+    EXPECT_EQ(definitions_.GetStatusByString(text), 0);
+    EXPECT_EQ(definitions_.ReadFTD(0, folder_.Path("db.ftd"), 1), 1);
+    EXPECT_EQ(definitions_.GetField(7)->GetTag(0, 0), text);
+    ASSERT_EQ(definitions_.Save(path.c_str()), 1);
+    EXPECT_EQ(test::ReadHostFile(folder_.Host() / "db.ini"), bytes);
+  }
+}
+
 TEST_F(FileINITest, LoadTakesDefaults) {
   Load("");
   EXPECT_EQ(definitions_.GetMaxTitleLength(), 256);
@@ -129,6 +152,8 @@ TEST_F(FileINITest, SaveMovesTheGeneralFieldToNumberZero) {
   EXPECT_EQ(test::ReadHostFile(folder_.Host() / "a.ini"),
             test::ReadHostFile(folder_.Host() / "b.ini"));
   EXPECT_EQ(definitions_.Save(folder_.Path("missing\\b.ini").c_str()), 0);
+  definitions_.ChangeFieldno(plain, 99);
+  EXPECT_EQ(definitions_.GetHighestFieldno(), 6) << "nothing was added above";
 }
 
 TEST_F(FileINITest, LooksUpTheFieldsOfAPathAsTheyAreNow) {
