@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "Support/definition/Schedule.h"
@@ -59,6 +60,23 @@ std::vector<Pair> ReadPairs(const SettingsText& text, FileReport& report) {
 }
 
 }  // namespace
+
+void CheckFileTypes(const CTavoFileIDX& fileTypes, const SettingsText& text, FileReport& report) {
+  const int count = fileTypes.GetNumOfFileTypes();
+  if (count == 0) {
+    report.Error(text.LineOf("General Definitions", "File Types"),
+                 "there is no file type, so nothing is indexed");
+  }
+  std::unordered_map<std::string, int> known;
+  for (int i = 0; i < count; ++i) {
+    const std::string& name = fileTypes.GetFileType(i)->GetName();
+    const auto [first, isNew] = known.emplace(name, i + 1);
+    if (isNew || name.empty()) continue;
+    report.Warn(text.LineOf("FileType" + std::to_string(i + 1), "Name"),
+                "[FileType" + std::to_string(first->second) + "] is named " + Quoted(name) +
+                    " too; the index list refers only to that one");
+  }
+}
 
 void CheckSchedule(const CTavoFileCFG& configuration, const SettingsText& text,
                    FileReport& report) {

@@ -85,12 +85,9 @@ class DefinitionCheck {
 
   void CheckConfiguration() {
     FileReport& report = report_.Open(path_);
+    CheckFileTypes(fileTypes_, *text_, report);
     CheckSchedule(configuration_, *text_, report);
     CheckPathMap(*text_, report);
-    if (fileTypes_.GetNumOfFileTypes() == 0) {
-      report.Error(text_->LineOf("General Definitions", "File Types"),
-                   "there is no file type, so nothing is indexed");
-    }
   }
 
   void CheckFieldDefinitions() {

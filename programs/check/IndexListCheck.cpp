@@ -92,8 +92,10 @@ class IndexListCheck {
   void Run() {
     const auto list = Find(kFileTypeList);
     const auto files = Find(kFilesToIndex);
-    if (list != sections_.end()) CheckTypeList(*list);
-    CheckAgainstConfiguration();
+    if (list != sections_.end()) {
+      CheckTypeList(*list);
+      CheckAgainstConfiguration(list->line);
+    }
     for (auto section = sections_.begin(); section != sections_.end(); ++section) {
       if (!report_.TakesErrors()) return;
       if (section == list) continue;
@@ -120,8 +122,8 @@ class IndexListCheck {
     const auto found = std::find_if(sections_.begin(), sections_.end(),
                                     [&](const Section& section) { return section.title == title; });
     if (found == sections_.end()) {
-      report_.Error(1, "there is no section [" + std::string(title) +
-                           "], in these letters at the start of a line; nothing is indexed");
+      report_.Error(1, "there is no section " + Bracketed(title) +
+                           ", in these letters at the start of a line; nothing is indexed");
     }
     return found;
   }
@@ -137,8 +139,8 @@ class IndexListCheck {
       }
     }
     if (!count) {
-      return report_.Error(section.line, "[" + std::string(kFileTypeList) + "] has no line " +
-                                             kFileTypes + "= with a number; nothing is indexed");
+      return report_.Error(section.line, Bracketed(kFileTypeList) + " has no line " + kFileTypes +
+                                             "= with a number; nothing is indexed");
     }
     const int countLine = std::prev(line)->number;
     int read = 0;
@@ -179,37 +181,42 @@ class IndexListCheck {
     }
   }
 
-  void CheckAgainstConfiguration() {
+  // Each names the file types of the other: listLine is where the list of this one begins.
+  void CheckAgainstConfiguration(int listLine) {
     const CTavoFileIDX& fileTypes = *configuration_.GetIDX();
     std::unordered_set<std::string> known;
     std::vector<std::string> names;
     for (int i = 0; i < fileTypes.GetNumOfFileTypes(); ++i) {
       const std::string& name = fileTypes.GetFileType(i)->GetName();
-      if (known.insert(name).second && names.size() < kMaxNames) names.push_back(name);
+      if (name.empty() || !known.insert(name).second) continue;
+      if (names.size() < kMaxNames) names.push_back(name);
+      if (typeNames_.count(name) != 0) continue;
+      report_.Warn(listLine, "the file type " + Quoted(name) + " of " + ConfigurationPath() +
+                                 " is not in the list, so nothing is indexed as it");
     }
     for (const FileType& type : types_) {
       if (!report_.TakesErrors()) return;
       if (known.count(type.name) != 0) continue;
-      report_.Error(
-          type.line,
-          "no [FileType] section of " + ShowPath(configuration_.GetDatabaseID()) +
-              " has the name " + Quoted(type.name) +
-              (names.empty() ? std::string()
-                             : "; the nearest is " + Quoted(NearestName(type.name, names))));
+      const std::string nearest = NearestName(type.name, names);
+      report_.Error(type.line, "no [FileType] section of " + ConfigurationPath() +
+                                   " has the name " + Quoted(type.name) +
+                                   (nearest.empty() ? "" : "; the nearest is " + Quoted(nearest)));
     }
   }
 
+  std::string ConfigurationPath() const { return ShowPath(configuration_.GetDatabaseID()); }
+
   void ReportUnread(const Section& section, std::vector<Line>::const_iterator line) {
     if (line == section.lines.end()) return;
-    report_.Warn(line->number, Quoted(line->text) + " is not read here, nor what follows it in [" +
-                                   std::string(section.title) + "]");
+    report_.Warn(line->number, Quoted(line->text) + " is not read here, nor what follows it in " +
+                                   Bracketed(section.title));
   }
 
   void ReportUnknown(const Section& section, const std::vector<std::string>& names) {
     if (!report_.TakesWarnings()) return;
     const std::string_view title = section.title;
     std::string text = title.empty() ? "a section whose ] is not at the end of its line"
-                                     : "the section " + Shown(title);
+                                     : "the section " + Bracketed(title);
     text += " is not read";
     if (typeNames_.count(std::string(title)) != 0) {
       text += "; the items of a file type stand below [Files to Index]";
@@ -217,11 +224,6 @@ class IndexListCheck {
       text += "; the nearest known one is [" + NearestName(title, names) + ']';
     }
     report_.Warn(section.line, std::move(text));
-  }
-
-  static std::string Shown(std::string_view title) {
-    const std::string quoted = Quoted(title);
-    return '[' + quoted.substr(1, quoted.size() - 2) + ']';
   }
 
   void CheckFileTypeSection(const Section& section) {
@@ -235,7 +237,7 @@ class IndexListCheck {
     }
     const auto [first, isNew] = firstLines_.emplace(name, section.line);
     if (!isNew) {
-      return report_.Warn(section.line, "the section " + Shown(name) +
+      return report_.Warn(section.line, "the section " + Bracketed(name) +
                                             " is repeated and not read; the one in line " +
                                             std::to_string(first->second) + " counts");
     }

@@ -53,8 +53,8 @@ constexpr KeyRule kPathMapKeys[] = {
      .whenMissing = "the pair is skipped",
      .numbers = {.countKey = "Count"}},
     {.name = "URL%d",
-     .whenMissing = "the pair is skipped",
      .mayBeEmpty = true,
+     .whenMissing = "the pair is skipped",
      .numbers = {.countKey = "Count"}},
 };
 constexpr SectionRule kConfigurationSections[] = {

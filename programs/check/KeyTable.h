@@ -44,13 +44,13 @@ struct Numbers {
 struct KeyRule {
   const char* name;
   ValueKind kind = ValueKind::kText;
+  bool mayBeEmpty = false;    // else an empty value is a missing one
   const char* fallback = "";  // what a missing or wrong value is taken for
   std::int64_t low = 0;       // the range of numbers
   std::int64_t high = 0;
   // What becomes of the section, or of the numbered item, without the key; null when it need not
   // be there.
   const char* whenMissing = nullptr;
-  bool mayBeEmpty = false;      // else an empty value is a missing one
   const char* needs = nullptr;  // the key of the same section without which it is not read
   Numbers numbers = {};         // of a name with "%d"
 };

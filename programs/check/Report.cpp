@@ -58,6 +58,13 @@ std::string Quoted(std::string_view text) {
   return quoted + (text.size() > kMaxQuoted ? "...\"" : "\"");
 }
 
+std::string Bracketed(std::string_view title) {
+  std::string text = Quoted(title);
+  text.front() = '[';
+  text.back() = ']';
+  return text;
+}
+
 std::string ShowPath(const std::string& path) {
   const std::string hostPath = ToHostPath(path);
   return hostPath.empty() ? Quoted(path) : hostPath;

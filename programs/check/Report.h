@@ -61,6 +61,8 @@ class Report {
 // A text of a file, in double quotes, for a message: short, on one line, UTF-8. What is no UTF-8
 // and control characters are shown as \xNN.
 std::string Quoted(std::string_view text);
+// The title of a section likewise, in brackets.
+std::string Bracketed(std::string_view title);
 // A path in the Windows form as the host has it; quoted as it is when no host file can have it.
 std::string ShowPath(const std::string& path);
 

@@ -79,10 +79,6 @@ std::string Nearest(std::span<const Rule> rules, std::string_view name) {
   return NearestName(name, known);
 }
 
-std::string Title(std::string_view section) {
-  return '[' + std::string(section) + ']';
-}
-
 class TableCheck {
  public:
   TableCheck(const SettingsText& text, FileRule rule, const Surroundings& surroundings,
@@ -107,12 +103,12 @@ class TableCheck {
     if (rule == nullptr) return ReportUnknown(section);
     const Section* first = text_.FindSection(section.name);
     if (first != &section) {
-      report_.Warn(section.line, "the section " + Title(section.name) +
+      report_.Warn(section.line, "the section " + Bracketed(section.name) +
                                      " is repeated and not read; the one in line " +
                                      std::to_string(first->line) + " counts");
       return;
     }
-    if (!IsInRange(rule->numbers, number, IsNumbered(rule->name), Title(section.name), "",
+    if (!IsInRange(rule->numbers, number, IsNumbered(rule->name), Bracketed(section.name), "",
                    section.line)) {
       return;
     }
@@ -150,21 +146,21 @@ class TableCheck {
 
   void ReportUnknown(const Section& section) {
     if (!report_.TakesWarnings()) return;
-    report_.Warn(section.line, "the section " + Shown(section.name) +
+    report_.Warn(section.line, "the section " + Bracketed(section.name) +
                                    " is not read; the nearest known one is " +
-                                   Title(Nearest(rule_, section.name)));
+                                   Bracketed(Nearest(rule_, section.name)));
   }
 
   void ReportUnknown(const Section& section, const SectionRule& rule, const Entry& entry) {
     if (!report_.TakesWarnings()) return;
     report_.Warn(entry.line, "the key " + Quoted(entry.key) + " is not read in " +
-                                 Title(section.name) + "; the nearest known one is " +
+                                 Bracketed(section.name) + "; the nearest known one is " +
                                  Quoted(Nearest(rule.keys, entry.key)));
   }
 
   void ReportRepeated(const Section& section, const Entry& entry, const Entry* first) {
     if (first == nullptr) {  // hidden by a line of that name without "="
-      report_.Error(entry.line, "the key " + Quoted(entry.key) + " of " + Title(section.name) +
+      report_.Error(entry.line, "the key " + Quoted(entry.key) + " of " + Bracketed(section.name) +
                                     " is not read, since an earlier line holds it without =");
       return;
     }
@@ -180,12 +176,15 @@ class TableCheck {
                  "the key " + Quoted(entry.key) + " is not read without " + Quoted(rule.needs));
   }
 
+  // The section that says how many numbers are read, for a rule or for a key of the section.
+  static std::string_view PlaceOfCount(const Numbers& numbers, std::string_view section) {
+    return numbers.countSection != nullptr ? std::string_view(numbers.countSection) : section;
+  }
+
   // The last number that is read; nothing when the count is no number.
   std::optional<std::int64_t> LastOf(const Numbers& numbers, std::string_view section) const {
     if (numbers.countKey == nullptr) return numbers.last;
-    const std::string_view place =
-        numbers.countSection != nullptr ? std::string_view(numbers.countSection) : section;
-    const std::string count = text_.ValueOf(place, numbers.countKey);
+    const std::string count = text_.ValueOf(PlaceOfCount(numbers, section), numbers.countKey);
     if (count.empty()) return numbers.first - 1;
     const auto number = NumberIn(count, "");
     if (!number || *number < 0 || *number > std::numeric_limits<int>::max()) return std::nullopt;
@@ -193,10 +192,9 @@ class TableCheck {
   }
 
   std::string CountSaid(const Numbers& numbers, std::string_view section) const {
-    const std::string_view place =
-        numbers.countSection != nullptr ? std::string_view(numbers.countSection) : section;
+    const std::string_view place = PlaceOfCount(numbers, section);
     const std::string count = text_.ValueOf(place, numbers.countKey);
-    return Quoted(numbers.countKey) + " in " + Title(place) + " is " +
+    return Quoted(numbers.countKey) + " in " + Bracketed(place) + " is " +
            (count.empty() ? "missing" : count);
   }
 
@@ -214,23 +212,24 @@ class TableCheck {
     return false;
   }
 
-  // Reports the first number up to the count for which there is nothing.
+  // The first name up to the count that is not there; empty when all are.
   template <class IsThere>
-  void CheckCounted(const Numbers& numbers, std::string_view section, const char* whenMissing,
-                    const std::string& before, const char* name, const std::string& after,
-                    IsThere isThere) {
+  std::string FirstMissing(const char* name, const Numbers& numbers, std::string_view section,
+                           IsThere isThere) const {
     const auto last = LastOf(numbers, section);
-    if (!last || *last - numbers.first >= kMaxCount) return;  // said of the count itself
+    if (!last || *last - numbers.first >= kMaxCount) return {};  // said of the count itself
     for (std::int64_t number = numbers.first; number <= *last; ++number) {
-      const std::string numbered = NameOf(name, number);
-      if (isThere(numbered)) continue;
-      const std::string_view place =
-          numbers.countSection != nullptr ? std::string_view(numbers.countSection) : section;
-      report_.Error(text_.LineOf(place, numbers.countKey),
-                    CountSaid(numbers, section) + ", but there is no " + before + numbered + after +
-                        "; " + whenMissing);
-      return;
+      std::string numbered = NameOf(name, number);
+      if (!isThere(numbered)) return numbered;
     }
+    return {};
+  }
+
+  void ReportMissing(const Numbers& numbers, std::string_view section, const std::string& missing,
+                     const char* whenMissing) {
+    report_.Error(
+        text_.LineOf(PlaceOfCount(numbers, section), numbers.countKey),
+        CountSaid(numbers, section) + ", but there is no " + missing + "; " + whenMissing);
   }
 
   void CheckSectionsThere(const SectionRule& rule) {
@@ -239,9 +238,11 @@ class TableCheck {
       return text_.FindSection(name) != nullptr;
     };
     if (IsNumbered(rule.name)) {
-      CheckCounted(rule.numbers, "", rule.whenMissing, "[", rule.name, "]", isThere);
+      const std::string missing = FirstMissing(rule.name, rule.numbers, "", isThere);
+      if (missing.empty()) return;
+      ReportMissing(rule.numbers, "", Bracketed(missing), rule.whenMissing);
     } else if (!isThere(rule.name)) {
-      report_.Error(1, "there is no section " + Title(rule.name) + "; " + rule.whenMissing);
+      report_.Error(1, "there is no section " + Bracketed(rule.name) + "; " + rule.whenMissing);
     }
   }
 
@@ -252,16 +253,14 @@ class TableCheck {
       return entry != nullptr && (rule.mayBeEmpty || !entry->value.empty());
     };
     if (IsNumbered(rule.name)) {
-      CheckCounted(rule.numbers, section.name, rule.whenMissing, "\"", rule.name, "\"", isThere);
+      const std::string missing = FirstMissing(rule.name, rule.numbers, section.name, isThere);
+      if (missing.empty()) return;
+      ReportMissing(rule.numbers, section.name, Quoted(missing), rule.whenMissing);
     } else if (!isThere(rule.name)) {
-      report_.Error(text_.LineOf(section.name, rule.name),
-                    Title(section.name) + " has no " + Quoted(rule.name) + "; " + rule.whenMissing);
+      report_.Error(
+          text_.LineOf(section.name, rule.name),
+          Bracketed(section.name) + " has no " + Quoted(rule.name) + "; " + rule.whenMissing);
     }
-  }
-
-  static std::string Shown(std::string_view section) {
-    const std::string quoted = Quoted(section);
-    return '[' + quoted.substr(1, quoted.size() - 2) + ']';
   }
 
   const SettingsText& text_;

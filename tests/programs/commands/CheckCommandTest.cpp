@@ -136,6 +136,8 @@ TEST_F(CheckCommandTest, ReportsEachFaultWithItsLine) {
        "from 1 to 127"},
       {"day of the month", "db.cfg", "Unit=0\r\nMask=0", "Unit=2\r\nMask=1", "Time=0", "warning",
        "from 86400 to 2764799"},
+      {"type named twice", "db.cfg", "Name=Text", "Name=HTML", "", "warning",
+       "[FileType1] is named \"HTML\" too", 2},
       {"rule", "db.ini", "FIELDRULES=WILDCARD,AltSort", "FIELDRULES=WILDCARD,Altsort", "", "error",
        "\"Altsort\" is no field rule and is ignored; the nearest is AltSort"},
 
@@ -179,12 +181,14 @@ TEST_F(CheckCommandTest, ReportsEachFaultWithItsLine) {
       {"no file", "db.idx", "D,", "F,Z:\\no.txt\nD,", "F,", "warning", "there is no file"},
 
       // The index list.
+      {"type not listed", "db.idx", "Types=2\nHTML,*.html\n", "Types=1\n", "[File Type List]",
+       "warning", "\"HTML\" of ", 2},
       {"title's case", "db.idx", "[Files to Index]", "[Files To Index]", "", "warning",
        "the nearest known one is [Files to Index]", 6},
       {"too few types", "db.idx", "File Types=2", "File Types=3", "", "error", "only 2 lines"},
       {"unread type", "db.idx", "File Types=2", "File Types=1", "Text,", "warning",
-       "is not read here", 2},
-      {"unknown type", "db.idx", "HTML,", "Html,", "", "error", "the nearest is \"HTML\"", 3},
+       "is not read here", 3},
+      {"unknown type", "db.idx", "HTML,", "Html,", "", "error", "the nearest is \"HTML\"", 4},
       {"type section", "db.idx", "\n[Text]", "\n[Test]", "[Test]", "warning", "one is [Text]", 2},
       {"item", "db.idx", "D,Z", "d,Z", "", "error", "is no item and is skipped", 2},
       {"folder", "db.idx", "docs,S", "dogs,S", "", "warning", "there is no folder"},
