@@ -79,7 +79,7 @@ void Walk(TavoInput& input, std::string_view steps) {
         break;
       default:
         text = input.GetContext(number / 8);
-        Check(text.size() <= number / 8U, "a context within its limit");
+        Check(text.size() <= std::max(number / 8U, 3U), "a context within its limit");
     }
   }
 }

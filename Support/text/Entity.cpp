@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <utility>
+#include <cstring>
 
 #include "Support/foundation/Ascii.h"
 
@@ -72,56 +72,91 @@ int DigitValue(char c, int base) {
   return base == 16 && letter >= 0 && letter < 6 ? 10 + letter : -1;
 }
 
+// What each byte becomes. Every byte is written with one copy of fixed size and no branch: in text
+// it cannot be foretold where the next blank stands.
+class TranslationTable {
+ public:
+  TranslationTable() {
+    for (int c = 0; c < 256; ++c) Set(static_cast<char>(c), std::string(1, static_cast<char>(c)));
+  }
+
+  void Set(char c, const std::string& text) {
+    const auto byte = static_cast<unsigned char>(c);
+    lengths_[byte] = static_cast<std::uint8_t>(text.copy(texts_[byte].data(), kMostLength));
+  }
+
+  std::string Translate(std::string_view text) const {
+    std::string result;
+    result.reserve(2 * text.size());
+    for (; !text.empty(); text.remove_prefix(std::min(text.size(), kBlock)))
+      TranslateBlock(text.substr(0, kBlock), result);
+    return result;
+  }
+
+ private:
+  static constexpr std::size_t kMostLength = 16;  // the longest is &amp;quot;
+  static constexpr std::size_t kBlock = 256;      // bytes
+
+  void TranslateBlock(std::string_view block, std::string& result) const {
+    char buffer[kBlock * kMostLength];
+    char* to = buffer;
+    for (const char c : block) {
+      const auto byte = static_cast<unsigned char>(c);
+      std::memcpy(to, texts_[byte].data(), kMostLength);
+      to += lengths_[byte];
+    }
+    result.append(buffer, static_cast<std::size_t>(to - buffer));
+  }
+
+  std::array<std::array<char, kMostLength>, 256> texts_{};
+  std::array<std::uint8_t, 256> lengths_{};
+};
+
 }  // namespace
+
+// Replacing the six one after the other differs from replacing them at once in one thing only: the
+// ampersand of a quote's entity is replaced with the text's own.
+class CTavoEntity::EntityTables {
+ public:
+  explicit EntityTables(std::string (*makeEntity)(const CTavoEntity& entity, char c)) {
+    const CTavoEntity entity;
+    for (const NamedCharacter& named : kNamedCharacters) {
+      for (TranslationTable& table : tables_)
+        table.Set(named.character, makeEntity(entity, named.character));
+    }
+    tables_[1].Set('"', makeEntity(entity, '&') + makeEntity(entity, '"').substr(1));
+  }
+
+  const TranslationTable& Of(bool hasAmpersand) const { return tables_[hasAmpersand ? 1 : 0]; }
+
+ private:
+  std::array<TranslationTable, 2> tables_;
+};
 
 std::string CTavoEntity::TranslateEntity(char c) const {
   return FindNamed(c) != nullptr ? MakeDefEntity(c) : MakeCharEntity(c);
 }
 
 void CTavoEntity::TranslateAllEntities(std::string& text) {
-  ReplaceFound(text, [this](char c) { return MakeDefEntity(c); });
+  static const EntityTables tables(
+      [](const CTavoEntity& entity, char c) { return entity.MakeDefEntity(c); });
+  ReplaceFound(text, tables);
 }
 
 void CTavoEntity::TranslateAllEscEntities(std::string& text) {
-  ReplaceFound(text, [this](char c) { return MakeCharEntity(c); });
+  static const EntityTables tables(
+      [](const CTavoEntity& entity, char c) { return entity.MakeCharEntity(c); });
+  ReplaceFound(text, tables);
 }
 
-// One pass for all characters. Replacing them one after the other differs from that in one thing
-// only: the ampersand of a quote's entity is replaced with the text's own.
-template <typename MakeEntity>
-void CTavoEntity::ReplaceFound(std::string& text, MakeEntity makeEntity) {
-  if (!HasEntity(text)) return;
-  std::vector<std::string> entities(1);  // the first stands for the characters that stay
-  std::array<std::uint8_t, 256> entityOf{};
-  for (const std::string& found : found_) {
-    entityOf[static_cast<unsigned char>(found[0])] = static_cast<std::uint8_t>(entities.size());
-    entities.push_back(makeEntity(found[0]));
-  }
-  if (entityOf['"'] != 0 && entityOf['&'] != 0) {
-    entities[entityOf['"']].replace(0, 1, entities[entityOf['&']]);
-  }
-
-  std::string result;
-  result.reserve(text.size() + text.size() / 2);
-  std::size_t copied = 0;
-  for (std::size_t at = 0; at < text.size(); ++at) {
-    const std::uint8_t entity = entityOf[static_cast<unsigned char>(text[at])];
-    if (entity == 0) continue;
-    result.append(text, copied, at - copied).append(entities[entity]);
-    copied = at + 1;
-  }
-  result.append(text, copied);
-  text = std::move(result);
+void CTavoEntity::ReplaceFound(std::string& text, const EntityTables& tables) {
+  if (HasEntity(text)) text = tables.Of(text.find('&') != std::string::npos).Translate(text);
 }
 
 int CTavoEntity::HasEntity(const std::string& text) {
-  std::array<bool, 256> present{};
-  for (const char c : text) present[static_cast<unsigned char>(c)] = true;
   found_.clear();
   for (const NamedCharacter& named : kNamedCharacters) {
-    if (present[static_cast<unsigned char>(named.character)]) {
-      found_.emplace_back(1, named.character);
-    }
+    if (text.find(named.character) != std::string::npos) found_.emplace_back(1, named.character);
   }
   return !found_.empty();
 }

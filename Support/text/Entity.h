@@ -45,8 +45,9 @@ class SUPPORT_API CTavoEntity {
   int HasEntity(const std::string& text);
 
  private:
-  template <typename MakeEntity>
-  void ReplaceFound(std::string& text, MakeEntity makeEntity);
+  class EntityTables;
+
+  void ReplaceFound(std::string& text, const EntityTables& tables);
 
   std::vector<std::string> found_;
 };

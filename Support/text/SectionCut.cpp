@@ -2,6 +2,8 @@
 // joining what CreateWord returns. Both give the same items.
 
 #include <algorithm>
+#include <bit>
+#include <cstdint>
 #include <cstring>
 #include <iterator>
 #include <utility>
@@ -17,31 +19,84 @@ struct Run {
   int start;
   int end;
   TavoWord::WordType type;  // kUnknown, and nothing in it, at the end of the text
-  int seen;                 // the ByteClass bits of its characters
+  int seen;                 // the ByteClass bits of its characters; none for a word
 };
 
-// text ends in NUL, whose class ends every run.
+// Gives the runs of a text one after the other. A branch at the end of every run would be
+// mispredicted more often than not, so the ends are found in whole blocks: as bits, where the type
+// of a character is not that of the one before it.
 class RunScanner {
  public:
   RunScanner(const std::string& text, const ByteClassTable& classes)
-      : text_(reinterpret_cast<const unsigned char*>(text.c_str())), classes_(classes) {}
+      : text_(reinterpret_cast<const unsigned char*>(text.data())),
+        size_(static_cast<int>(text.size())),
+        classes_(classes) {
+    NextStart();  // where the text begins
+  }
 
-  Run Next(int start) const {
-    int current = classes_[text_[start]];
-    const int type = current & ByteClass::kTypeMask;
-    if (type == TavoWord::kUnknown) return {start, start, TavoWord::kUnknown, 0};
-    int end = start;
-    int seen = 0;
-    do {
-      seen |= current;
-      current = classes_[text_[++end]];
-    } while ((current & ByteClass::kTypeMask) == type);
-    return {start, end, static_cast<TavoWord::WordType>(type), seen & ~ByteClass::kTypeMask};
+  Run Next() {
+    const int start = end_;
+    if (start == size_) return {start, start, TavoWord::kUnknown, 0};
+    end_ = NextStart();
+    const int first = classes_[text_[start]];
+    const auto type = static_cast<TavoWord::WordType>(first & ByteClass::kTypeMask);
+    return {start, end_, type, type == TavoWord::kWord ? 0 : SeenWithin(start)};
   }
 
  private:
+  static constexpr int kBlock = 64;  // characters
+  static constexpr int kStep = 8;
+
+  // The start of the next run; the end of the text behind the last one.
+  int NextStart() {
+    while (starts_ == 0) {
+      if (nextBlock_ >= size_) return size_;
+      FindStarts();
+    }
+    const int start = nextBlock_ - kBlock + std::countr_zero(starts_);
+    starts_ &= starts_ - 1;
+    return start;
+  }
+
+  void FindStarts() {
+    unsigned char types[kBlock + 1];
+    types[0] = lastType_;
+    const int count = std::min(kBlock, size_ - nextBlock_);
+    for (int i = 0; i < count; ++i) {
+      types[i + 1] = classes_[text_[nextBlock_ + i]] & ByteClass::kTypeMask;
+    }
+    std::fill(types + count + 1, std::end(types), types[count]);
+    lastType_ = types[count];
+    starts_ = 0;
+    for (int i = 0; i < kBlock; i += kStep) starts_ |= Differences(types + i) << i;
+    nextBlock_ += kBlock;
+  }
+
+  // A bit for each of eight types that differs from the one before it.
+  static std::uint64_t Differences(const unsigned char* types) {
+    std::uint64_t before;
+    std::uint64_t here;
+    std::memcpy(&before, types, kStep);
+    std::memcpy(&here, types + 1, kStep);
+    const std::uint64_t differences = before ^ here;
+    const std::uint64_t bits = (differences | differences >> 1) & 0x0101010101010101;
+    return bits * 0x0102040810204080 >> 56;  // byte i goes to bit i
+  }
+
+  // The ByteClass bits, less the type, of the characters up to the run's end.
+  int SeenWithin(int start) const {
+    int seen = 0;
+    for (int i = start; i < end_; ++i) seen |= classes_[text_[i]];
+    return seen & ~ByteClass::kTypeMask;
+  }
+
   const unsigned char* text_;
+  int size_;
   const ByteClassTable& classes_;
+  int end_ = 0;  // of the run given last
+  int nextBlock_ = 0;
+  std::uint64_t starts_ = 0;                       // in the block before the next one
+  unsigned char lastType_ = ByteClass::kTypeMask;  // of no character of a text
 };
 
 constexpr std::size_t kFewParts = 16;
@@ -100,18 +155,18 @@ void TavoSection::ParseContents() {
 // A maximal stretch without white space is one item when it is one run, two items when it is two,
 // and one compound when it is more.
 void TavoSection::CutByTable() {
-  const RunScanner scanner(contents_, pack_->GetByteClasses());
+  RunScanner scanner(contents_, pack_->GetByteClasses());
   const auto append = [this](const Run& run) { AppendRun(run.start, run.end, run.type, run.seen); };
-  Run run = scanner.Next(0);
+  Run run = scanner.Next();
   while (run.type != TavoWord::kUnknown) {
     const Run first = run;
-    run = scanner.Next(first.end);
+    run = scanner.Next();
     if (EndsWordRun(first) || EndsWordRun(run)) {
       append(first);
       continue;
     }
     const Run second = run;
-    run = scanner.Next(second.end);
+    run = scanner.Next();
     if (EndsWordRun(run)) {
       append(first);
       append(second);
@@ -127,7 +182,7 @@ void TavoSection::CutByTable() {
     };
     appendPart(first);
     appendPart(second);
-    for (; !EndsWordRun(run); run = scanner.Next(run.end)) {
+    for (; !EndsWordRun(run); run = scanner.Next()) {
       appendPart(run);
       last = run;
     }
