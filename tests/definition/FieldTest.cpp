@@ -113,24 +113,19 @@ TEST(FieldTest, KeepsDefinitionsByFileType) {
   EXPECT_EQ(CTavoField(field).GetNumberOfTags(1), 0) << "a copy has no definitions";
 }
 
-TEST(FieldTest, ReadsAndWritesItsDefinitions) {
-  test::TempFolder folder;
-  const std::string golden = VEMRA_TEST_DATA "/definition/html.ftd";
-  test::WriteHostFile(folder.Host() / "in.ftd", test::ReadHostFile(golden));
+TEST(FieldTest, ReadsItsDefinitions) {
   CTavoField field;
-  field.SetFieldno(7);
-  INIWorker reader(folder.Path("in.ftd"));
+  field.SetFieldno(1);
+  test::TempFolder folder;
+  test::WriteHostFile(folder.Host() / "html.ftd",
+                      test::ReadHostFile(VEMRA_TEST_DATA "/definition/html.ftd"));
+  INIWorker reader(folder.Path("html.ftd"));
   ASSERT_EQ(field.LoadFTD(reader, 1), 1);
   EXPECT_EQ(field.GetNumberOfTags(1), 2);
   EXPECT_EQ(field.GetTag(1, 1), "<html>*<h1>*");
   EXPECT_EQ(field.IfIgnoreParentFields(1, 1), 1);
   EXPECT_EQ(field.IfAddToTagField(1, 0), 1);
   EXPECT_EQ(field.IfAddToAttributeField(1, 0), 1);
-
-  INIWorker writer(folder.Path("out.ftd"));
-  ASSERT_EQ(field.SaveFTD(writer, 1), 1);
-  EXPECT_EQ(test::ReadHostFile(folder.Host() / "out.ftd"), test::ReadHostFile(golden));
-
   field.SetFieldno(8);
   EXPECT_EQ(field.LoadFTD(reader, 1), 0) << "no section, no definitions";
 }

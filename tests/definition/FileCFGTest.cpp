@@ -46,7 +46,7 @@ TEST_F(FileCFGTest, DerivesEverythingFromTheName) {
   EXPECT_EQ(cfg.GetNextUpdateTime(), DateTime());
 }
 
-TEST_F(FileCFGTest, ReadsAndWritesTheGoldenFile) {
+TEST_F(FileCFGTest, ReadsTheGoldenFile) {
   CTavoFileCFG cfg;
   cfg.SetIDX(new CTavoFileIDX, 1);
   ASSERT_EQ(cfg.Load(Put("db.cfg", Golden("db.cfg"))), 1);
@@ -59,8 +59,6 @@ TEST_F(FileCFGTest, ReadsAndWritesTheGoldenFile) {
   EXPECT_EQ(cfg.GetIDX()->GetNumOfFileTypes(), 2);
   cfg.PreparePath2URL();
   EXPECT_EQ(cfg.GetURL("c:\\docs\\a.htm"), "http://host/docs/a.htm");
-  ASSERT_EQ(cfg.SaveAs(folder_.Path("out.cfg")), 1);
-  EXPECT_EQ(Get("out.cfg"), Golden("db.cfg"));
 }
 
 TEST_F(FileCFGTest, FailsToLoad) {
@@ -109,15 +107,13 @@ TEST_F(FileCFGTest, MovesADefinition) {
   EXPECT_EQ(CTavoFileCFG::UpdateCFGFile(folder_.Path("none\\db.cfg"), "D:\\new"), 0);
 }
 
-TEST_F(FileCFGTest, LookAndFeelReadsAndWritesTheGoldenFile) {
+TEST_F(FileCFGTest, LookAndFeelReadsTheGoldenFile) {
   CTavoFileLCL look;
   ASSERT_EQ(look.Load(Put("look.lcl", Golden("look.lcl"))), 1);
   EXPECT_EQ(look.GetBackground(), folder_.Path("pics\\back.gif"));
   EXPECT_EQ(look.GetDisplayTime(), 7);
   EXPECT_EQ(look.GetPersonalProfileColor(), 255U);
   EXPECT_EQ(look.GetLimitation(), "two columns");
-  ASSERT_EQ(look.Save(folder_.Path("out.lcl")), 1);
-  EXPECT_EQ(Get("out.lcl"), Golden("look.lcl"));
   look.SetAbout(folder_.Path("pics\\about.gif"));
   EXPECT_EQ(look.GetPartAbout(), "pics\\about.gif");
   EXPECT_EQ(look.Save(folder_.Path("none\\out.lcl")), 0);

@@ -34,9 +34,8 @@ class FileINITest : public ::testing::Test {
   CTavoFileINI definitions_;
 };
 
-TEST_F(FileINITest, ReadsAndWritesTheGoldenFile) {
-  const std::string golden = test::ReadHostFile(VEMRA_TEST_DATA "/definition/fields.ini");
-  Load(golden);
+TEST_F(FileINITest, ReadsTheGoldenFile) {
+  Load(test::ReadHostFile(VEMRA_TEST_DATA "/definition/fields.ini"));
   EXPECT_EQ(definitions_.GetNumOfFields(), 5);
   EXPECT_EQ(definitions_.GetHighestFieldno(), 124);
   EXPECT_EQ(definitions_.GetField("Author")->GetFieldno(), 2);
@@ -53,9 +52,6 @@ TEST_F(FileINITest, ReadsAndWritesTheGoldenFile) {
   EXPECT_EQ(definitions_.GetTitleItem(0)->GetShare(), 40);
   EXPECT_EQ(definitions_.GetTitleItem(1)->GetShare(), 60) << "the elastic item";
   EXPECT_TRUE(definitions_.GetTitleItem(1)->IsAddOnce());
-
-  ASSERT_EQ(definitions_.Save(folder_.Path("out.ini").c_str()), 1);
-  EXPECT_EQ(test::ReadHostFile(folder_.Host() / "out.ini"), golden);
 }
 
 TEST_F(FileINITest, KeepsTextsThatReadingWouldCut) {
