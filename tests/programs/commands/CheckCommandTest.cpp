@@ -148,8 +148,8 @@ TEST_F(CheckCommandTest, ReportsEachFaultWithItsLine) {
        "there is no field 77"},
       {"title", "db.ini", "Field=1", "Field=50", "", "error", "there is no field 50"},
       {"tag rules", "db_text.ftd", "[Field0]", "[Field99]", "", "error", "there is no field 99"},
-      {"nothing refers", "db.ini", "[Titles]", "[FIELD9]\r\nNAME=Alone\r\n[Titles]", "[FIELD9]",
-       "warning", "nothing refers to field 9 \"Alone\""},
+      {"nothing refers", "db.ini", "[Titles]", "[FIELD9]\r\nNAME=Alone\r\nINDEX=9\r\n[Titles]",
+       "[FIELD9]", "warning", "nothing refers to field 9 \"Alone\""},
       {"two links", "db.ini",
        "FIELDRULES=WILDCARD,PROXIMITY,AddToGeneral\r\nINDEX=0\r\nCHARSET="
        "67699721\r\n[FIELD7]",
@@ -278,39 +278,42 @@ TEST_F(CheckCommandTest, StopsSayingWhatIsWrongInAHopelessFile) {
   EXPECT_THAT(Check().out, HasSubstr("db.cfg:1: error: the configuration "));
 }
 
-// What is said of files that are not of one definition, and of a computer with other drives.
-const char* const kSurroundings[] = {"maps nowhere",
-                                     "there is no file ",
-                                     "there is no field 7",
-                                     "no language of this name",
-                                     "expected HTML or Text",
-                                     "has the name \"Empty\"",
-                                     "is indexed as \"Empty\"",
-                                     "nothing refers to field"};
+// A configuration that names the golden file as one of its own.
+std::string ConfigurationFor(const std::string& name) {
+  const std::filesystem::path file = name;
+  const auto use = [&](const char* extension, const char* otherwise) {
+    return (file.extension() == extension ? name : otherwise) + "\n";
+  };
+  return "[General Definitions]\nIndexName=x\nFile Types=1\n[FileType1]\nName=HTML\nFormat=HTML\n"
+         "FTD=" +
+         use(".ftd", "") + "[File Names]\nINIFile=" + use(".ini", "fields.ini") +
+         "IDXFile=" + use(".idx", "list.idx") + "LCLFile=" + use(".lcl", "");
+}
 
-// The names and values that the golden files use are known, whatever they refer to.
-TEST(CheckGoldenFiles, KnowsEveryNameAndValue) {
+// The files that the library's tests write and read may hold odd values, and refer to what is not
+// there, but no name that is not known and nothing twice.
+TEST(CheckGoldenFiles, KnowsEveryName) {
   UseOwnRegistry();
   const test::TempFolder folder;
   const std::filesystem::path data = VEMRA_TEST_DATA "/definition";
-  std::filesystem::create_directory(folder.Host() / "sub");
-  for (const auto& [from, to] :
-       std::vector<std::pair<const char*, const char*>>{{"db.cfg", "db.cfg"},
-                                                        {"fields.ini", "sub/x.ini"},
-                                                        {"list.idx", "db.idx"},
-                                                        {"look.lcl", "look.lcl"},
-                                                        {"html.ftd", "my html.ftd"},
-                                                        {"html.ftd", "text.ftd"}}) {
-    std::filesystem::copy_file(data / from, folder.Host() / to);
+  std::filesystem::copy(data, folder.Host());
+  int checked = 0;
+  for (const auto& entry : std::filesystem::directory_iterator(data)) {
+    const std::string name = entry.path().filename();
+    SCOPED_TRACE(name);
+    const bool isConfiguration = entry.path().extension() == ".cfg";
+    if (!isConfiguration) test::WriteHostFile(folder.Host() / "x.cfg", ConfigurationFor(name));
+    const Outcome run =
+        RunVemra({"check", (folder.Host() / (isConfiguration ? name : "x.cfg")).string()});
+    for (const std::string& line : Lines(run.out)) {
+      if (!line.starts_with((folder.Host() / name).string())) continue;
+      ++checked;
+      EXPECT_THAT(line, ::testing::Not(::testing::AnyOf(
+                            HasSubstr("one is ["), HasSubstr("one is \""), HasSubstr("is repeated"),
+                            HasSubstr("means nothing"))));
+    }
   }
-  const Outcome run = RunVemra({"check", (folder.Host() / "db.cfg").string()});
-  EXPECT_EQ(run.err.substr(0, 8), "6 files:");
-  for (const std::string& line : Lines(run.out)) {
-    const bool isOfSurroundings =
-        std::any_of(std::begin(kSurroundings), std::end(kSurroundings),
-                    [&](const char* text) { return line.find(text) != std::string::npos; });
-    EXPECT_TRUE(isOfSurroundings) << line;
-  }
+  EXPECT_GT(checked, 10) << "the files were not read";
 }
 
 // Every value that the settings layer finds is found here, and no other.
@@ -326,7 +329,7 @@ TEST(CheckSettingsText, AgreesWithTheSettingsLayer) {
   for (int round = 0; round < 400; ++round) {
     std::string text = round % 8 == 0 ? "\xef\xbb\xbf" : "";
     for (std::uint32_t i = next() % 30; i > 0; --i) text += kPieces[next() % std::size(kPieces)];
-    if (round % 16 == 1) text += std::string("\nk=9\0x\nl=8", 11);
+    if (round % 16 == 1) text += std::string("\nk=9\0x\nl=8", 10);
     SCOPED_TRACE(::testing::PrintToString(text));
     const std::string name = "x" + std::to_string(round) + ".ini";
     test::WriteHostFile(folder.Host() / name, text);
