@@ -1,6 +1,7 @@
 #include "programs/check/ConfigurationCheck.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -44,12 +45,10 @@ struct Pair {
 
 std::vector<Pair> ReadPairs(const SettingsText& text, FileReport& report) {
   std::vector<Pair> pairs;
-  const SettingsText::Section* section = text.FindSection(kPathMap);
-  if (section == nullptr) return pairs;
-  for (int number = 1; number <= kMaxCount; ++number) {
-    const std::string suffix = std::to_string(number);
-    const SettingsText::Entry* path = text.Find(kPathMap, "Path" + suffix);
-    if (path == nullptr) break;
+  const int count = std::clamp(std::atoi(text.ValueOf(kPathMap, "Count").c_str()), 0, kMaxCount);
+  for (int number = 1; number <= count; ++number) {
+    const SettingsText::Entry* path = text.Find(kPathMap, "Path" + std::to_string(number));
+    if (path == nullptr) continue;
     if (IsAbsolutePath(std::string(path->value)) == 0 && !path->value.empty()) {
       report.Warn(path->line, std::string(path->key) + " is " + Quoted(path->value) +
                                   ": the path of no document begins so, since it is relative");

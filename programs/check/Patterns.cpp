@@ -52,9 +52,9 @@ std::string FilterFault(std::string_view pattern) {
     return "patterns are compared with the name of a file without its folder";
   }
   if (pattern.starts_with(' ') || pattern.ends_with(' ')) {
-    return "the blank at its end belongs to it; a list needs none between its patterns";
+    return "it begins or ends with a blank; a list has none between its patterns";
   }
-  if (pattern.find('"') != std::string_view::npos) return "quotes belong to it";
+  if (pattern.find('"') != std::string_view::npos) return "a quote is a part of it, and of no name";
   return {};
 }
 

@@ -99,8 +99,8 @@ DatabaseStatus ReadDatabaseStatus(const std::string& definition) {
   status.lastUpdate = configuration.GetLastUpdateTime();
   status.lastUpdateOk = configuration.IsLastUpdateOK();
   status.nextUpdate = configuration.GetNextUpdateTime();
-  CountTexts(IndexPathOf(configuration), status);
   ReadFiles(configuration, fileTypes, status);
+  if (status.files.front().Exists()) CountTexts(IndexPathOf(configuration), status);
   return status;
 }
 

@@ -30,7 +30,7 @@ struct DatabaseStatus {
   bool lastUpdateOk = true;
   DateTime nextUpdate;                // 0 when none is due
   std::optional<std::int64_t> texts;  // none when there is no index, or it cannot be read
-  std::string indexFault;             // why not
+  std::string indexFault;             // why it cannot be read
   std::vector<FileStatus> files;      // the index first
 };
 

@@ -63,6 +63,12 @@ std::string LastUpdateText(const DatabaseStatus& status) {
   return status.lastUpdateOk ? time : time + ", and one that failed since";
 }
 
+std::string TextsText(const DatabaseStatus& status) {
+  if (status.texts) return Grouped(static_cast<std::uint64_t>(*status.texts));
+  return status.indexFault.empty() ? "none, nothing was indexed yet"
+                                   : "unknown: " + status.indexFault;
+}
+
 void PrintText(const DatabaseStatus& status, std::ostream& out) {
   const std::pair<const char*, std::string> rows[] = {
       {"Database", status.name},
@@ -70,8 +76,7 @@ void PrintText(const DatabaseStatus& status, std::ostream& out) {
       {"Loadable", status.loadable ? "yes" : "no"},
       {"Last update", LastUpdateText(status)},
       {"Next update", status.nextUpdate == DateTime() ? "none" : LocalText(status.nextUpdate)},
-      {"Texts", status.texts ? Grouped(static_cast<std::uint64_t>(*status.texts))
-                             : "none: " + status.indexFault},
+      {"Texts", TextsText(status)},
   };
   out << std::left;
   for (const auto& [name, value] : rows) out << std::setw(13) << name << value << '\n';
