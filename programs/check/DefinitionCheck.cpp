@@ -54,21 +54,23 @@ class DefinitionCheck {
   // The bytes of the file; when it cannot be read, that is reported where the file is named.
   static std::optional<std::string> Read(const std::string& path, const std::string& what,
                                          FileReport& namedBy, int line, Severity severity) {
+    const std::string subject = what + ' ' + ShowPath(path);
+    if (ReportUnmapped(subject, path, line, namedBy)) return std::nullopt;
     try {
       return ReadFile(path);
     } catch (const std::system_error& error) {
-      namedBy.Add(line, severity,
-                  what + ' ' + ShowPath(path) + " cannot be read: " + error.code().message());
+      namedBy.Add(line, severity, subject + " cannot be read: " + error.code().message());
       return std::nullopt;
     }
   }
 
   // Of a file that the configuration names under the key or, without it, that its name stands for.
-  std::optional<std::string> ReadNamed(const char* key, const std::string& what,
-                                       const std::string& path, Severity severity) {
-    const bool isNamed = !text_->ValueOf(kFileNames, key).empty();
-    const int line = isNamed ? text_->LineOf(kFileNames, key)
-                             : text_->LineOf("General Definitions", "IndexName");
+  std::optional<std::string> ReadNamed(const std::string& section, const char* key,
+                                       const std::string& what, const std::string& path,
+                                       Severity severity) {
+    const bool isNamed = !text_->ValueOf(section, key).empty();
+    const int line =
+        isNamed ? text_->LineOf(section, key) : text_->LineOf("General Definitions", "IndexName");
     return Read(path, what, report_.Open(path_), line, severity);
   }
 
@@ -92,7 +94,8 @@ class DefinitionCheck {
 
   void CheckFieldDefinitions() {
     const std::string& path = configuration_.GetFileINI();
-    const auto bytes = ReadNamed("INIFile", "the field definitions", path, Severity::kError);
+    const auto bytes =
+        ReadNamed(kFileNames, "INIFile", "the field definitions", path, Severity::kError);
     if (!bytes) return;
     fields_.Load(path.c_str());
     const SettingsFile file(report_.Open(path), *bytes);
@@ -104,7 +107,7 @@ class DefinitionCheck {
     CheckFields(fields_, file, rules);
   }
 
-  // File types may share a file. One that is missing is said of the key.
+  // File types may share a file.
   void OpenTagRules(int fileType, std::deque<SettingsFile>& files, std::vector<TagRules>& rules) {
     const std::string& name = fileTypes_.GetFileType(fileType)->GetFTDfileName();
     if (name.empty()) return;
@@ -112,8 +115,8 @@ class DefinitionCheck {
     for (const SettingsFile& other : files) {
       if (other.report.GetPath() == path) return;
     }
-    FileReport unsaid(path_);
-    const auto bytes = Read(path, "the tag rules", unsaid, 1, Severity::kError);
+    const auto bytes = ReadNamed("FileType" + std::to_string(fileType + 1), "FTD", "the tag rules",
+                                 path, Severity::kError);
     if (!bytes) return;
     fields_.ReadFTD(fileType, path, /*clearFirst=*/1);
     const SettingsFile& file = files.emplace_back(report_.Open(path), *bytes);
@@ -123,7 +126,7 @@ class DefinitionCheck {
 
   void CheckIndexListFile() {
     const std::string& path = configuration_.GetFileIDX();
-    const auto bytes = ReadNamed("IDXFile", "the index list", path, Severity::kError);
+    const auto bytes = ReadNamed(kFileNames, "IDXFile", "the index list", path, Severity::kError);
     if (bytes) CheckIndexList(*bytes, configuration_, report_.Open(path));
   }
 
@@ -133,7 +136,8 @@ class DefinitionCheck {
     const bool isNamed = !text_->ValueOf(kFileNames, "LCLFile").empty();
     std::error_code error;
     if (!isNamed && !std::filesystem::exists(ToHostPath(path), error)) return;
-    const auto bytes = ReadNamed("LCLFile", "the look and feel", path, Severity::kWarning);
+    const auto bytes =
+        ReadNamed(kFileNames, "LCLFile", "the look and feel", path, Severity::kWarning);
     if (!bytes) return;
     const SettingsText text(*bytes);
     CheckAgainstTable(text, kLookFile, {FolderOf(path)}, report_.Open(path));

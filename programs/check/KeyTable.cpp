@@ -19,14 +19,14 @@ constexpr KeyRule kGeneralKeys[] = {
 };
 constexpr KeyRule kFileTypeKeys[] = {
     {.name = "Name", .whenMissing = "the index list cannot refer to the file type"},
-    {.name = "FTD", .kind = ValueKind::kOldFile},
+    {.name = "FTD"},
     {.name = "Format",
      .kind = ValueKind::kFormat,
      .whenMissing = "files of this type cannot be parsed"},
     {.name = "Language", .kind = ValueKind::kLanguage},
 };
 constexpr KeyRule kFileNameKeys[] = {
-    {.name = "INIFile", .fallback = "IndexName.ini"},  // what is in the file is checked: see there
+    {.name = "INIFile", .fallback = "IndexName.ini"},
     {.name = "IDXFile", .fallback = "IndexName.idx"},
     {.name = "FINFile", .kind = ValueKind::kNewFile, .fallback = "IndexName.fin"},
     {.name = "LOGFile", .kind = ValueKind::kNewFile, .fallback = "IndexName.log"},

@@ -12,7 +12,7 @@ namespace vemra::check {
 inline constexpr int kMaxCount = 65536;  // the library reads no more items of a numbered name
 
 enum class ValueKind {
-  kText,           // up to 256 bytes
+  kText,           // up to 256 bytes; also the name of a file that is itself checked
   kFlag,           // YES or NO
   kNumber,         // decimal, within the rule's range
   kCount,          // of numbered names, within the rule's range
@@ -27,7 +27,6 @@ enum class ValueKind {
   kLanguage,       // of a language pack, or empty
   kFormat,         // of a parser
   kNewFile,        // in a folder that exists
-  kOldFile,        // a file that exists, without which nothing works
   kPicture,        // a file that exists
   kFolder,         // a folder that exists
 };

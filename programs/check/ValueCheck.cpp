@@ -125,15 +125,13 @@ bool Exists(const std::string& path, Kind kind) {
                              : fs::is_directory(hostPath, error);
 }
 
-void CheckPath(const Value& value, Kind kind, Severity severity) {
+void CheckPath(const Value& value, Kind kind) {
   const std::string path = ConnectPaths(value.surroundings.folder, std::string(value.text));
   if (ReportUnmapped(value.subject, path, value.line, value.report)) return;
-  const bool takes =
-      severity == Severity::kError ? value.report.TakesErrors() : value.report.TakesWarnings();
-  if (!takes || Exists(path, kind)) return;  // looking at the disk takes long
-  value.report.Add(value.line, severity,
-                   value.subject + ": there is no " + (kind == Kind::kFile ? "file " : "folder ") +
-                       ShowPath(path));
+  // Looking at the disk takes long.
+  if (!value.report.TakesWarnings() || Exists(path, kind)) return;
+  value.Warn(std::string("there is no ") + (kind == Kind::kFile ? "file " : "folder ") +
+             ShowPath(path));
 }
 
 void CheckNewFile(const Value& value) {
@@ -185,12 +183,10 @@ void CheckKind(const Value& value) {
       return;
     case ValueKind::kNewFile:
       return CheckNewFile(value);
-    case ValueKind::kOldFile:
-      return CheckPath(value, Kind::kFile, Severity::kError);
     case ValueKind::kPicture:
-      return CheckPath(value, Kind::kFile, Severity::kWarning);
+      return CheckPath(value, Kind::kFile);
     case ValueKind::kFolder:
-      return CheckPath(value, Kind::kFolder, Severity::kWarning);
+      return CheckPath(value, Kind::kFolder);
   }
 }
 

@@ -168,7 +168,7 @@ TEST_F(CheckCommandTest, ReportsEachFaultWithItsLine) {
 
       // Files, folders and the path map.
       {"no fields file", "db.cfg", "INIFile=", "INIFile=no.ini", "", "error", "cannot be read"},
-      {"no tag rules", "db.cfg", "FTD=db_html", "FTD=db_htm", "", "error", "there is no file"},
+      {"no tag rules", "db.cfg", "FTD=db_html", "FTD=db_htm", "", "error", "cannot be read"},
       {"no look", "db.cfg", "LCLFile=", "LCLFile=look.lcl", "", "warning", "cannot be read"},
       {"no folder", "db.cfg", "LOGFile=", "LOGFile=logs\\db.log", "", "warning", "no folder"},
       {"unmapped", "db.cfg", "TempFolder=Z:", "TempFolder=Q:", "", "error", "maps nowhere"},
