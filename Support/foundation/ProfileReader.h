@@ -93,7 +93,7 @@ class SUPPORT_API CTavoProfileReader {
   int ownsStream_ = 0;  // 1 when the reader made the stream itself
   std::unique_ptr<char[]> buffer_;
   std::uint32_t position_ = 0;
-  std::uint32_t lineStart_ = 0;   // where a failed match goes back to
+  std::uint32_t lineStart_ = 0;  // where a failed match goes back to
   std::uint32_t lineNumber_ = 0;
   std::string path_;
   char* line_ = nullptr;  // the current line, in the buffer or in the block
