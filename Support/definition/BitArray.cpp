@@ -66,6 +66,8 @@ void CTavoBitArray::SetAt(std::int32_t index, const CTavoBitArray& other) {
   const auto there =
       std::min<std::int64_t>(other.size_, static_cast<std::int64_t>(other.GetStorageBytes()) * 8);
   bitwords::Copy(Bytes(), index, other.Bytes(), 0, there);
+  const CTavoBitArray missing(static_cast<std::int32_t>(other.size_ - there), nullptr);
+  bitwords::Copy(Bytes(), index + there, missing.Bytes(), 0, missing.size_);
 }
 
 void CTavoBitArray::SetAll() {

@@ -1,5 +1,7 @@
 #include "Support/definition/Directories.h"
 
+#include <vector>
+
 #include "Support/definition/DirScan.h"
 #include "Support/foundation/Paths.h"
 #include "Support/platform/Files.h"
@@ -7,12 +9,15 @@
 namespace vemra {
 
 int CopyAllFiles(const std::string& fromDir, const std::string& toDir) {
-  int copied = CreatePath(toDir, 0);
   CDirScan scan;
   scan.Scan(fromDir, "*.*", 0);
-  std::string file;
+  std::vector<std::string> files;  // all of them before any copy, which may go to the same folder
+  for (std::string file; scan.FindNextFile(file) != 0;) files.push_back(file);
+
+  CreatePath(toDir, 0);
+  int copied = 1;
   std::string target;
-  while (scan.FindNextFile(file) != 0) {
+  for (const std::string& file : files) {
     ReplaceDir(file, toDir, target);
     if (!platform::CopyFileOver(file, target)) copied = 0;
   }

@@ -38,7 +38,8 @@ class SUPPORT_API CTavoFileINI {
   // Resets the object and fills it from the file; what is missing takes its default. Returns 1.
   int Load(const char* path);
   // Moves the general field to number 0 (other references to numbers stay as they are), then
-  // writes the whole file anew. Returns 0 when the file or the status table cannot be written.
+  // writes the whole file anew. Kept: returns 0 only when there is a status field and the table of
+  // statuses cannot be written; without one it returns 1 also when nothing was stored.
   int Save(const char* path);
   void Reset();
 
@@ -173,8 +174,10 @@ class SUPPORT_API CTavoFileINI {
   void ComputeShares();
   void LoadStatuses(INIWorker& reader);
   void MakeGeneralFieldFirst();
+  int SaveContents(INIWorker& writer) const;
   void SaveTitles(INIWorker& writer) const;
   int SaveStatuses(INIWorker& writer) const;
+  bool HasStatuses() const { return GetSpecialField(SpecialField::kStatus) != nullptr; }
   bool IsStatus(int index) const { return index >= 0 && index < GetStatusesNumber(); }
 
   std::array<std::unique_ptr<CTavoField>, kMaxFields> fields_;

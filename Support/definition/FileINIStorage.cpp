@@ -27,7 +27,7 @@ int CTavoFileINI::Load(const char* path) {
     if (field->Load(reader, fieldno) != 0) AddField(std::move(field));
   }
   LoadTitles(reader);
-  if (GetSpecialField(SpecialField::kStatus) != nullptr) LoadStatuses(reader);
+  if (HasStatuses()) LoadStatuses(reader);
   return 1;
 }
 
@@ -99,11 +99,15 @@ int CTavoFileINI::Save(const char* path) {
   MakeGeneralFieldFirst();
   INIWorker writer(path);
   INIWorker::Batch batch(writer);
-  if (writer.DeleteContents() == 0) return 0;
+  const bool isStored =
+      writer.DeleteContents() != 0 && SaveContents(writer) != 0 && batch.Commit() != 0;
+  return isStored || !HasStatuses() ? 1 : 0;
+}
+
+int CTavoFileINI::SaveContents(INIWorker& writer) const {
   for (POSITION position = GetStartPosition(); position != 0;) GetNextField(position)->Save(writer);
   SaveTitles(writer);
-  if (GetSpecialField(SpecialField::kStatus) != nullptr && SaveStatuses(writer) == 0) return 0;
-  return batch.Commit();
+  return HasStatuses() ? SaveStatuses(writer) : 1;
 }
 
 void CTavoFileINI::MakeGeneralFieldFirst() {

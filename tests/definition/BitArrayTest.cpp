@@ -238,6 +238,15 @@ TEST_F(BitArrayRecordTest, TheByteLengthBecomesRightWithTheSize) {
   EXPECT_EQ(loaded.GetTrueCount(), 0) << "no size, no bits";
 }
 
+TEST_F(BitArrayRecordTest, BitsThatTheRecordLacksCountAsZero) {
+  CTavoBitArray loaded;
+  ASSERT_EQ(LoadBytes(std::string("\x40\0\0\0\x01\0\0\0\x81", 9), loaded), 1);
+  CTavoBitArray target(64, nullptr);
+  target.SetAll();
+  target.SetAt(0, loaded);
+  EXPECT_EQ(target.GetTrueCount(), 2);
+}
+
 TEST_F(BitArrayRecordTest, DamagedRecordsAreHarmless) {
   const struct {
     const char* label;

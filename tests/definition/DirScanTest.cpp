@@ -136,6 +136,9 @@ TEST_F(DirScanTest, CopiesTheFilesWithADotInTheirName) {
   EXPECT_TRUE(fs::exists(folder_.Host() / "to" / "new" / "b.y"));
   EXPECT_FALSE(fs::exists(folder_.Host() / "to" / "nodot"));
 
+  EXPECT_EQ(CopyAllFiles(folder_.Path("from"), folder_.Path("from")), 0) << "onto themselves";
+  EXPECT_EQ(test::ReadHostFile(folder_.Host() / "from" / "a.x"), "from/a.x");
+  EXPECT_EQ(CopyAllFiles(folder_.Path("from\\none"), folder_.Path("to\\a.x\\y")), 1);
   fs::create_directory(folder_.Host() / "blocked");
   fs::create_directory(folder_.Host() / "blocked" / "a.x");
   EXPECT_EQ(CopyAllFiles(folder_.Path("from"), folder_.Path("blocked")), 0);

@@ -147,7 +147,9 @@ TEST_F(FileINITest, SaveMovesTheGeneralFieldToNumberZero) {
   ASSERT_EQ(definitions_.Save(folder_.Path("b.ini").c_str()), 1);
   EXPECT_EQ(test::ReadHostFile(folder_.Host() / "a.ini"),
             test::ReadHostFile(folder_.Host() / "b.ini"));
-  EXPECT_EQ(definitions_.Save(folder_.Path("missing\\b.ini").c_str()), 0);
+  EXPECT_EQ(definitions_.Save(folder_.Path("missing\\b.ini").c_str()), 1);
+  definitions_.SetStatusField(plain);
+  EXPECT_EQ(definitions_.Save(folder_.Path("missing\\b.ini").c_str()), 0) << "its statuses";
   definitions_.ChangeFieldno(plain, 99);
   EXPECT_EQ(definitions_.GetHighestFieldno(), 6) << "nothing was added above";
 }
