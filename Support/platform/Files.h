@@ -23,6 +23,9 @@ struct FileStamp {
   bool operator==(const FileStamp&) const = default;
 };
 
+// What the system ends a line of a text file with.
+extern const char kLineEnd[];
+
 bool FileExists(const std::string& path);  // a folder is not a file
 bool FolderExists(const std::string& path);
 bool GetFileStamp(const std::string& path, FileStamp* stamp);

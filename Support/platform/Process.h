@@ -14,10 +14,8 @@ std::string GetProgramFileName();
 std::string GetCurrentFolder();  // without a trailing backslash unless it is a drive's root
 std::string GetTempFolder();     // with a trailing backslash
 
-// At most 15 characters, in capitals; on Linux the host name up to its first dot.
-bool GetThisComputerName(std::string* name);
-
-// The system's number of the calling thread, unique among all live threads of the computer.
+// The system's number of the calling thread, unique among all live threads of the computer. Asked
+// anew at each call: after a fork the child's thread has a number of its own.
 std::uint32_t GetThreadId();
 
 }  // namespace vemra::platform

@@ -131,13 +131,5 @@ TEST(ProcessTest, PathsAreInTheWindowsFormAndExist) {
   EXPECT_EQ(platform::GetCurrentFolder()[1], ':');
 }
 
-TEST(ProcessTest, TheComputerNameIsShortAndInCapitals) {
-  std::string name;
-  ASSERT_TRUE(platform::GetThisComputerName(&name));
-  EXPECT_GE(name.size(), 1U);
-  EXPECT_LE(name.size(), 15U);
-  EXPECT_EQ(name.find_first_of("abcdefghijklmnopqrstuvwxyz."), std::string::npos);
-}
-
 }  // namespace
 }  // namespace vemra::test

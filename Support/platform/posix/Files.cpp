@@ -48,6 +48,8 @@ bool CopyModificationTime(const std::string& from, const std::string& to) {
 
 }  // namespace
 
+const char kLineEnd[] = "\n";
+
 bool FileExists(const std::string& path) {
   struct stat status {};
   return GetStatus(path, &status) && !S_ISDIR(status.st_mode);

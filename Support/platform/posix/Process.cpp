@@ -6,9 +6,7 @@
 
 #include <cstdlib>
 
-#include "Support/foundation/Ascii.h"
 #include "Support/platform/Paths.h"
-#include "Support/platform/posix/Errno.h"
 
 namespace vemra::platform {
 
@@ -30,20 +28,8 @@ std::string GetTempFolder() {
   return FromHostPath(std::string(isUsable ? folder : "/tmp") + "/");
 }
 
-bool GetThisComputerName(std::string* name) {
-  constexpr std::size_t kMaxLength = 15;
-  char host[HOST_NAME_MAX + 1] = "";
-  if (::gethostname(host, sizeof host - 1) != 0) return FailWithErrno();
-  name->clear();
-  for (const char* c = host; *c != '\0' && *c != '.' && name->size() < kMaxLength; ++c) {
-    *name += IsAsciiLower(static_cast<unsigned char>(*c)) ? static_cast<char>(*c - 'a' + 'A') : *c;
-  }
-  return true;
-}
-
 std::uint32_t GetThreadId() {
-  thread_local const auto id = static_cast<std::uint32_t>(::syscall(SYS_gettid));
-  return id;
+  return static_cast<std::uint32_t>(::syscall(SYS_gettid));
 }
 
 }  // namespace vemra::platform

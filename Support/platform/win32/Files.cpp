@@ -33,6 +33,8 @@ FileIdentity IdentityOf(const BY_HANDLE_FILE_INFORMATION& information) {
           static_cast<std::uint64_t>(Join(information.nFileIndexHigh, information.nFileIndexLow))};
 }
 
+const char kLineEnd[] = "\r\n";
+
 bool FileExists(const std::string& path) {
   const DWORD attributes = GetAttributes(path);
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;

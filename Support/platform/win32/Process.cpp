@@ -30,14 +30,6 @@ std::string GetTempFolder() {
   return ReadPath([](char* path) { return ::GetTempPathA(kPathSize, path); });
 }
 
-bool GetThisComputerName(std::string* name) {
-  char buffer[MAX_COMPUTERNAME_LENGTH + 1] = "";
-  DWORD size = sizeof buffer;
-  if (!::GetComputerNameA(buffer, &size)) return false;
-  *name = buffer;
-  return true;
-}
-
 std::uint32_t GetThreadId() {
   return ::GetCurrentThreadId();
 }

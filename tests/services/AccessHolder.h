@@ -1,0 +1,60 @@
+#pragma once
+
+#include <functional>
+#include <future>
+#include <memory>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "Support/services/DBAccess.h"
+#include "tests/TempFolder.h"
+
+namespace vemra::test {
+
+// Access objects that belong to a thread of their own, as another program's do. The thread lives as
+// long, so that no other one gets its id; the object itself is used by the test's thread.
+class AccessHolder {
+ public:
+  explicit AccessHolder(const std::string& path) {
+    std::promise<void> made;
+    thread_ = std::thread([&, end = end_.get_future().share()] {
+      access_ = std::make_unique<TavoDBAccess>(path);
+      made.set_value();
+      end.wait();
+    });
+    made.get_future().wait();
+  }
+  ~AccessHolder() {
+    end_.set_value();
+    thread_.join();
+  }
+  AccessHolder(const AccessHolder&) = delete;
+  AccessHolder& operator=(const AccessHolder&) = delete;
+
+  TavoDBAccess* operator->() { return access_.get(); }
+
+ private:
+  std::promise<void> end_;
+  std::unique_ptr<TavoDBAccess> access_;
+  std::thread thread_;
+};
+
+// The text of an access file with the line ends of this system taken as one character.
+inline std::string ReadAccessText(const std::filesystem::path& path) {
+  std::string text = ReadHostFile(path);
+  std::erase(text, '\r');
+  return text;
+}
+
+// The names on the lines of an access file, in their order.
+inline std::vector<std::string> ReadAccessNames(const std::filesystem::path& path) {
+  std::vector<std::string> names;
+  const std::string text = ReadAccessText(path);
+  for (std::size_t at = 0; at < text.size(); at = text.find('\n', at) + 1) {
+    names.push_back(text.substr(at, text.find(' ', at) - at));
+  }
+  return names;
+}
+
+}  // namespace vemra::test
