@@ -1,0 +1,372 @@
+#include "Support/platform/Dde.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <functional>
+#include <vector>
+
+#include "tests/DdeManagers.h"
+
+namespace vemra::platform {
+namespace {
+
+using test::TestDdeManager;
+
+// What the two callbacks were asked, and what they answer. A callback has no object to go by.
+struct Party {
+  std::uint32_t instance = 0;
+  std::vector<std::string> log;
+  std::function<DDEData(std::uint32_t type, std::uint32_t format, DDEString topic, DDEString item,
+                        DDEData data)>
+      answer;
+};
+Party server;
+Party client;
+TestDdeManager* dde = nullptr;
+
+std::string NameOf(std::uint32_t type) {
+  switch (type) {
+    case kDDEConnect:
+      return "connect";
+    case kDDEConnectConfirm:
+      return "confirm";
+    case kDDEWildConnect:
+      return "wild";
+    case kDDERequest:
+      return "request";
+    case kDDEPoke:
+      return "poke";
+    case kDDEExecute:
+      return "execute";
+    case kDDEAdviseStart:
+      return "start";
+    case kDDEAdviseStop:
+      return "stop";
+    case kDDEAdviseRequest:
+      return "need";
+    case kDDEAdviseData:
+      return "changed";
+    case kDDEDisconnect:
+      return "disconnect";
+    default:
+      return std::to_string(type);
+  }
+}
+
+DDEData Answer(Party& party, std::uint32_t type, std::uint32_t format, DDEString a, DDEString b,
+               DDEData data) {
+  if (type == kDDERegister || type == kDDEUnregister) return DDEData::kNone;
+  std::string line = NameOf(type);
+  if (type != kDDEDisconnect) {
+    line += ' ' + dde->Text(party.instance, a) + '|' + dde->Text(party.instance, b);
+    if (format != 0) line += ' ' + std::to_string(format & 0xFFFF);
+  }
+  if (data != DDEData::kNone) line += ' ' + std::string(dde->Bytes(data).c_str());
+  party.log.push_back(line);
+  return party.answer ? party.answer(type, format, a, b, data) : DDEData::kNone;
+}
+DDEData ServerCallback(std::uint32_t type, std::uint32_t format, DDEConversation /*conversation*/,
+                       DDEString a, DDEString b, DDEData data, std::uintptr_t, std::uintptr_t) {
+  return Answer(server, type, format, a, b, data);
+}
+DDEData ClientCallback(std::uint32_t type, std::uint32_t format, DDEConversation /*conversation*/,
+                       DDEString a, DDEString b, DDEData data, std::uintptr_t, std::uintptr_t) {
+  return Answer(client, type, format, a, b, data);
+}
+
+class DdeTest : public testing::TestWithParam<TestDdeManager::Kind> {
+ protected:
+  DdeTest() : dde_(GetParam()) {
+    dde = &dde_;
+    server = {};
+    client = {};
+    EXPECT_EQ(dde_->Initialize(&server.instance, ServerCallback, 0), kDDENoError);
+    EXPECT_EQ(dde_->Initialize(&client.instance, ClientCallback, kDDEClientOnly), kDDENoError);
+    service_ = dde_->CreateStringHandle(server.instance, "Library");
+    topic_ = dde_->CreateStringHandle(client.instance, "Manuals");
+    item_ = dde_->CreateStringHandle(client.instance, "Texts");
+    server.answer = [this](std::uint32_t type, std::uint32_t format, DDEString, DDEString item,
+                           DDEData data) { return Serve(type, format, item, data); };
+  }
+  ~DdeTest() override {
+    dde_->Uninitialize(client.instance);
+    dde_->Uninitialize(server.instance);
+    dde_.Settle();
+    if (dde_.IsInProcess()) {
+      EXPECT_EQ(dde_.InProcess().GetStringCount(), 0U);
+      EXPECT_EQ(dde_.InProcess().GetDataCount(), 0U);
+      EXPECT_EQ(dde_.InProcess().GetConversationCount(), 0U);
+    }
+  }
+
+  // The server: one text, which can be had as format 1, poked and set by a command.
+  DDEData Serve(std::uint32_t type, std::uint32_t format, DDEString item, DDEData data) {
+    switch (type) {
+      case kDDEConnect:
+        return kDDETrue;
+      case kDDERequest:
+      case kDDEAdviseRequest:
+        return format != 1
+                   ? DDEData::kNone
+                   : dde_->CreateDataHandle(server.instance, text_.c_str(),
+                                            static_cast<std::uint32_t>(text_.size() + 1), item, 1);
+      case kDDEPoke:
+      case kDDEExecute:
+        text_ = dde_.Bytes(data).c_str();
+        return kDDEAcknowledged;
+      case kDDEAdviseStart:
+        return format == 1 ? kDDETrue : DDEData::kNone;
+      case kDDEWildConnect: {
+        const DDEStringPair pairs[] = {{service_, topic_}, {}};
+        return dde_->CreateDataHandle(server.instance, pairs, sizeof pairs, DDEString::kNone, 0);
+      }
+      default:
+        return DDEData::kNone;
+    }
+  }
+  DDEConversation Connect() {
+    EXPECT_TRUE(dde_->RegisterName(server.instance, service_));
+    dde_.Settle();
+    return Connect(service_, topic_);
+  }
+  DDEConversation Connect(DDEString service, DDEString topic) {
+    const DDEConversation conversation = dde_->Connect(client.instance, service, topic);
+    dde_.Settle();
+    return conversation;
+  }
+  // The answer of a transaction, the error's number when there is none.
+  std::string Do(DDEConversation conversation, DDETransaction type, const char* bytes = "",
+                 std::uint16_t format = 1) {
+    const bool executes = type == kDDEExecute;
+    const DDEData answer = dde_->ClientTransaction(
+        bytes, static_cast<std::uint32_t>(std::strlen(bytes) + 1), conversation,
+        executes ? DDEString::kNone : item_, executes ? 0 : format, type, 5000);
+    const std::uint32_t error = dde_->GetLastError(client.instance);
+    std::string result = answer == DDEData::kNone ? std::to_string(error) : "done";
+    if (answer != DDEData::kNone && type == kDDERequest) {
+      result = dde_.Bytes(answer).c_str();
+      dde_->FreeDataHandle(answer);
+    }
+    dde_.Settle();
+    return result;
+  }
+
+  TestDdeManager dde_;
+  DDEString service_{};
+  DDEString topic_{};
+  DDEString item_{};
+  std::string text_ = "512";
+};
+
+INSTANTIATE_TEST_SUITE_P(Managers, DdeTest, test::EveryDdeManager());
+
+const std::string kNotProcessed = std::to_string(kDDEErrorNotProcessed);
+
+TEST_P(DdeTest, NamesAreEqualWithoutRegardToCase) {
+  const struct {
+    const char* label;
+    std::string text;
+    std::string read;  // empty: no handle
+  } kRows[] = {{"another case", "LIBRARY", "Library"},
+               {"another name", "Librarx", "Librarx"},
+               {"longest", std::string(255, 'x'), std::string(255, 'x')},
+               {"too long", std::string(256, 'x'), ""},
+               {"none", "", ""}};
+  for (const auto& row : kRows) {
+    SCOPED_TRACE(row.label);
+    const DDEString string = dde_->CreateStringHandle(client.instance, row.text);
+    EXPECT_EQ(string == DDEString::kNone, row.read.empty());
+    if (row.read.empty()) continue;
+    EXPECT_EQ(dde_.Text(server.instance, string), row.read);
+    EXPECT_EQ(dde_->CompareStringHandles(string, service_) == 0, row.read == "Library");
+    EXPECT_TRUE(dde_->FreeStringHandle(client.instance, string));
+  }
+  std::string text;
+  EXPECT_FALSE(dde_->QueryString(client.instance, DDEString::kNone, &text));
+}
+
+TEST_P(DdeTest, AServiceNameIsTakenOnceByAnInstance) {
+  const DDEString own = dde_->CreateStringHandle(client.instance, "library");
+  EXPECT_TRUE(dde_->RegisterName(server.instance, service_));
+  EXPECT_FALSE(dde_->RegisterName(server.instance, service_));
+  if (dde_.IsInProcess()) {  // not refused under Wine
+    EXPECT_FALSE(dde_->RegisterName(client.instance, own));
+    EXPECT_EQ(dde_->GetLastError(client.instance), kDDEErrorUsage);
+    EXPECT_EQ(dde_->GetLastError(client.instance), kDDENoError);
+  }
+  std::uint32_t other = 0;
+  ASSERT_EQ(dde_->Initialize(&other, ClientCallback, 0), kDDENoError);
+  EXPECT_TRUE(dde_->RegisterName(other, own)) << "servers may have a name in common";
+  EXPECT_TRUE(dde_->Uninitialize(other));
+  EXPECT_TRUE(dde_->UnregisterName(server.instance, service_));
+  dde_.Settle();
+  EXPECT_EQ(Connect(service_, topic_), DDEConversation::kNone);
+  EXPECT_EQ(dde_->GetLastError(client.instance), kDDEErrorNoConversation);
+}
+
+TEST_P(DdeTest, AConversation) {
+  const DDEConversation conversation = Connect();
+  ASSERT_NE(conversation, DDEConversation::kNone);
+  EXPECT_EQ(Do(conversation, kDDERequest), "512");
+  EXPECT_EQ(Do(conversation, kDDERequest, "", 2), kNotProcessed);
+  EXPECT_EQ(Do(conversation, kDDEPoke, "513"), "done");
+  EXPECT_EQ(Do(conversation, kDDERequest), "513");
+  EXPECT_EQ(Do(conversation, kDDEExecute, "514"), "done");
+  EXPECT_EQ(Do(conversation, kDDEAdviseStart, "", 0xC123), kNotProcessed);
+  EXPECT_EQ(Do(conversation, kDDEAdviseStart), "done");
+  for (const char* const text : {"515", "516"}) {
+    text_ = text;
+    EXPECT_TRUE(dde_->PostAdvise(server.instance, topic_, item_));
+    dde_.Settle();
+  }
+  EXPECT_TRUE(dde_->PostAdvise(server.instance, item_, topic_)) << "nobody watches it";
+  EXPECT_EQ(Do(conversation, kDDEAdviseStop), "done");
+  EXPECT_TRUE(dde_->PostAdvise(server.instance, topic_, item_));
+  EXPECT_TRUE(dde_->Disconnect(conversation));
+  dde_.Settle();
+  EXPECT_NE(Do(conversation, kDDERequest), "516");
+  EXPECT_EQ(
+      server.log,
+      (std::vector<std::string>{
+          "connect Manuals|Library", "confirm Manuals|Library", "request Manuals|Texts 1",
+          "request Manuals|Texts 2", "poke Manuals|Texts 1 513", "request Manuals|Texts 1",
+          "execute Manuals|- 514", "start Manuals|Texts 49443", "start Manuals|Texts 1",
+          "need Manuals|Texts 1", "need Manuals|Texts 1", "stop Manuals|Texts 1", "disconnect"}));
+  EXPECT_EQ(client.log, (std::vector<std::string>{"changed Manuals|Texts 1 515",
+                                                  "changed Manuals|Texts 1 516"}));
+}
+
+TEST_P(DdeTest, WildConnectsTakeTheFirstPair) {
+  Connect();
+  const struct {
+    DDEString service;
+    DDEString topic;
+    const char* asked;
+  } kRows[] = {{DDEString::kNone, DDEString::kNone, "wild -|-"},
+               {service_, DDEString::kNone, "wild -|Library"},
+               {DDEString::kNone, topic_, "wild Manuals|-"}};
+  for (const auto& row : kRows) {
+    SCOPED_TRACE(row.asked);
+    server.log.clear();
+    const DDEConversation conversation = Connect(row.service, row.topic);
+    EXPECT_EQ(server.log, (std::vector<std::string>{row.asked, "confirm Manuals|Library"}));
+    EXPECT_EQ(Do(conversation, kDDERequest), "512");
+    EXPECT_TRUE(dde_->Disconnect(conversation));
+    dde_.Settle();
+  }
+}
+
+TEST_P(DdeTest, TheTwoSidesOfOneInstanceKnowIt) {
+  const DDEConversation other = Connect();
+  const DDEConversation self = dde_->Connect(server.instance, service_, topic_);
+  dde_.Settle();
+  DdeConversationState state;
+  ASSERT_TRUE(dde_->QueryConversation(self, &state));
+  EXPECT_TRUE(state.connected);
+  EXPECT_TRUE(state.sameInstance);
+  ASSERT_TRUE(dde_->QueryConversation(other, &state));
+  EXPECT_FALSE(state.sameInstance);
+}
+
+TEST_P(DdeTest, FormatsHaveANumberForEachName) {
+  const std::uint16_t number = dde_->RegisterFormat("Vemra Test Format");
+  EXPECT_GE(number, 0xC000);
+  EXPECT_EQ(dde_->RegisterFormat("vemra test FORMAT"), number);
+  EXPECT_NE(dde_->RegisterFormat("Vemra Other Format"), number);
+  EXPECT_EQ(dde_->GetFormatName(number), "Vemra Test Format");
+  EXPECT_EQ(dde_->GetFormatName(1), "");
+  EXPECT_EQ(dde_->RegisterFormat(""), 0);
+}
+
+// What follows is the documented behaviour, where Wine's differs.
+class InProcessDdeTest : public DdeTest {};
+INSTANTIATE_TEST_SUITE_P(Manager, InProcessDdeTest, testing::Values(TestDdeManager::kInProcess));
+
+TEST_P(InProcessDdeTest, FlagsKeepTransactionsAway) {
+  const struct {
+    DDEFlags flag;
+    DDETransaction type;
+    const char* asked;
+  } kRows[] = {{kDDEFailRequests, kDDERequest, "request Manuals|Texts 1"},
+               {kDDEFailPokes, kDDEPoke, "poke Manuals|Texts 1 x"},
+               {kDDEFailExecutes, kDDEExecute, "execute Manuals|- x"},
+               {kDDEFailAdvises, kDDEAdviseStart, "start Manuals|Texts 1"}};
+  for (const auto& row : kRows) {
+    SCOPED_TRACE(row.asked);
+    for (const bool flagged : {true, false}) {
+      dde_->Uninitialize(server.instance);
+      dde_->Initialize(&server.instance, ServerCallback, flagged ? std::uint32_t{row.flag} : 0);
+      service_ = dde_->CreateStringHandle(server.instance, "Library");
+      server.log.clear();
+      const DDEConversation conversation = Connect();
+      EXPECT_EQ(Do(conversation, row.type, "x") == kNotProcessed, flagged);
+      EXPECT_EQ(server.log.back() == row.asked, !flagged);
+    }
+  }
+  dde_->Uninitialize(server.instance);
+  dde_->Initialize(&server.instance, ServerCallback, kDDEFailConnections | kDDESkipRegistrations);
+  service_ = dde_->CreateStringHandle(server.instance, "Library");
+  EXPECT_EQ(Connect(), DDEConversation::kNone);
+  EXPECT_EQ(Connect(DDEString::kNone, topic_), DDEConversation::kNone);
+}
+
+TEST_P(InProcessDdeTest, BothSidesAreToldOfTheEnd) {
+  const DDEConversation first = Connect();
+  const DDEConversation second = Connect(service_, topic_);
+  server.log.clear();
+  EXPECT_TRUE(dde_->Disconnect(first));
+  EXPECT_TRUE(dde_->Uninitialize(server.instance));
+  EXPECT_EQ(Do(second, kDDERequest), std::to_string(kDDEErrorNoConversation));
+  EXPECT_EQ(client.log, std::vector<std::string>{"disconnect"});
+  EXPECT_TRUE(server.log.empty()) << "it is gone";
+  EXPECT_FALSE(dde_->Disconnect(second)) << "it ended with the telling";
+}
+
+TEST_P(InProcessDdeTest, OneTransactionAtATime) {
+  const DDEConversation conversation = Connect();
+  std::string inner;
+  server.answer = [&](std::uint32_t, std::uint32_t, DDEString, DDEString, DDEData) {
+    inner = Do(conversation, kDDERequest);
+    return kDDEBusy;
+  };
+  EXPECT_EQ(Do(conversation, kDDEExecute, "x"), std::to_string(kDDEErrorBusy));
+  EXPECT_EQ(inner, std::to_string(kDDEErrorReentrancy));
+}
+
+// Every handle of a callback may be gone when it returns.
+TEST_P(InProcessDdeTest, ACallbackMayEndEverything) {
+  const DDETransaction kTypes[] = {kDDEConnect,     kDDEConnectConfirm, kDDEWildConnect,
+                                   kDDERequest,     kDDEPoke,           kDDEExecute,
+                                   kDDEAdviseStart, kDDEAdviseRequest};
+  for (const DDETransaction ending : kTypes) {
+    for (Party* const ended : {&server, &client}) {
+      SCOPED_TRACE(NameOf(ending) + (ended == &server ? " server" : " client"));
+      dde_->Uninitialize(server.instance);
+      dde_->Uninitialize(client.instance);
+      dde_->Initialize(&server.instance, ServerCallback, 0);
+      dde_->Initialize(&client.instance, ClientCallback, 0);
+      service_ = dde_->CreateStringHandle(server.instance, "Library");
+      topic_ = dde_->CreateStringHandle(client.instance, "Manuals");
+      item_ = dde_->CreateStringHandle(client.instance, "Texts");
+      server.answer = [&](std::uint32_t type, std::uint32_t format, DDEString, DDEString item,
+                          DDEData data) {
+        const DDEData answer = Serve(type, format, item, data);
+        if (type == ending) {
+          EXPECT_TRUE(dde_->Uninitialize(ended->instance));
+        }
+        return answer;
+      };
+      const DDEConversation conversation = Connect();
+      Connect(service_, DDEString::kNone);
+      for (const DDETransaction type : {kDDERequest, kDDEPoke, kDDEExecute, kDDEAdviseStart})
+        Do(conversation, type, "x");
+      dde_->PostAdvise(server.instance, topic_, item_);
+      dde_.Settle();
+      EXPECT_FALSE(dde_->Uninitialize(ended->instance)) << "it was asked";
+    }
+  }
+}
+
+}  // namespace
+}  // namespace vemra::platform
