@@ -1,12 +1,12 @@
 #pragma once
 
 #include <algorithm>
-#include <initializer_list>
 #include <string>
 #include <string_view>
 
 #include "Support/text/HighlightSearch.h"
 #include "fuzz/FuzzInput.h"
+#include "fuzz/SafePage.h"
 #include "programs/formats/HitStyle.h"
 #include "programs/formats/Purposes.h"
 #include "tests/programs/formats/Recording.h"
@@ -30,17 +30,6 @@ inline bool IsCleanText(const std::string& text) {
          std::all_of(text.begin(), text.end(), isClean);
 }
 
-// Whether every tag of a page is one that the style writes, and none comes from the document.
-inline bool HasOnlyHitTags(std::string_view page) {
-  constexpr std::string_view kTags[] = {"<mark id=\"hit", "</mark>",        "<a href=\"#hit",
-                                        "</a>",           "<span id=\"hit", "</span>"};
-  for (std::size_t at = page.find('<'); at != std::string_view::npos; at = page.find('<', at + 1)) {
-    const auto begins = [&](std::string_view tag) { return page.substr(at).starts_with(tag); };
-    if (std::none_of(std::begin(kTags), std::end(kTags), begins)) return false;
-  }
-  return true;
-}
-
 template <typename Format>
 void RunFormat(std::string_view bytes) {
   test::PageWrapper wrapper;
@@ -57,7 +46,7 @@ void RunFormat(std::string_view bytes) {
   parser.GetOutput()->TryPrintAll();
   std::string page = parser.GetOutput()->GetOutputBuffer();
   style.AppendEnd(parser.GetOutput()->GetHighlightCount(), page);
-  Check(HasOnlyHitTags(page), "nothing of the document is live");
+  SafePage(page).Check();
 }
 
 }  // namespace vemra::fuzz

@@ -14,6 +14,7 @@
 #include "programs/commands/HostPaths.h"
 #include "programs/commands/QuerySession.h"
 #include "programs/engine/HitSearch.h"
+#include "programs/formats/Markup.h"
 
 namespace vemra::commands {
 namespace {
@@ -48,17 +49,13 @@ std::optional<std::string> Highlight(FormatWrapper& wrapper, const std::string& 
   return shown;
 }
 
-std::string EscapeForPage(const std::string& text) {
-  std::string escaped;
-  HtmlStyle().AppendText(text, escaped);
-  return escaped;
-}
-
 void WritePage(const std::string& title, const std::string& text, std::ostream& out) {
-  out << "<!DOCTYPE html>\n<html>\n<head>\n<meta charset=\"utf-8\">\n<title>"
-      << EscapeForPage(title)
-      << "</title>\n<style>\nbody { white-space: pre-wrap; max-width: 50em; margin: 2em auto; }\n"
-         "mark a { text-decoration: none; }\n</style>\n</head>\n<body>"
+  std::string escapedTitle;
+  AppendEscaped(title, escapedTitle);
+  out << "<!DOCTYPE html>\n<html>\n<head>\n<meta charset=\"utf-8\">\n<title>" << escapedTitle
+      << "</title>\n<style>\nbody { max-width: 50em; margin: 2em auto; }\n"
+         "pre { white-space: pre-wrap; }\nmark > a[href^=\"#hit\"] { text-decoration: none; }\n"
+         "</style>\n</head>\n<body>\n"
       << text << "</body>\n</html>\n";
 }
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "programs/formats/MarkupStack.h"
+
 namespace vemra {
 
 namespace {
@@ -24,8 +26,7 @@ std::uint32_t HashName(std::string_view name) {
 }  // namespace
 
 void ElementPath::Clear() {
-  open_.clear();
-  text_.clear();
+  CutTo(0);
 }
 
 void ElementPath::EndImplied(const HtmlElement& element) {
@@ -66,11 +67,13 @@ bool ElementPath::IsOpen(const HtmlElement& element) const {
 
 void ElementPath::CutTo(std::size_t depth) {
   if (depth >= open_.size()) return;
+  if (markup_ != nullptr) markup_->CutTo(depth);
   text_.resize(open_[depth].start);
   open_.resize(depth);
 }
 
 void ElementPath::Remove(std::size_t index) {
+  if (markup_ != nullptr) markup_->Remove(index);
   const std::size_t next = index + 1;
   const std::uint32_t start = open_[index].start;
   const auto end =

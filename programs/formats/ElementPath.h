@@ -9,6 +9,8 @@
 
 namespace vemra {
 
+class MarkupStack;
+
 // The elements that are open at a place of a page, and their path "<html><body><p>", by which the
 // field definitions are asked. Tags may be missing, crossed or unmatched. Memory is bounded: the
 // path names the outermost kMaxNamed elements, and beyond kMaxDepth none is opened.
@@ -16,6 +18,9 @@ class ElementPath {
  public:
   static constexpr std::size_t kMaxNamed = 100;
   static constexpr std::size_t kMaxDepth = 512;
+
+  // markup, a loan or null, is told what ends; the owner of the path tells it what begins.
+  explicit ElementPath(MarkupStack* markup = nullptr) : markup_(markup) {}
 
   const std::string& GetText() const { return text_; }
   void Clear();
@@ -46,6 +51,7 @@ class ElementPath {
   void CutTo(std::size_t depth);
   void Remove(std::size_t index);
 
+  MarkupStack* markup_;
   std::vector<Entry> open_;
   std::string text_;
 };

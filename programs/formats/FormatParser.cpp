@@ -3,6 +3,7 @@
 #include <climits>
 #include <utility>
 
+#include "Support/text/HighlightWrapper.h"
 #include "Support/text/Output.h"
 #include "programs/formats/WhiteSpace.h"
 
@@ -49,6 +50,21 @@ void FormatParser::Deliver(std::string_view text) {
     OnContents(run_);
     text.remove_prefix(length);
   }
+}
+
+void FormatParser::Deliver(std::string_view text, SectionMarkup markup) {
+  markup_ = std::move(markup);
+  Deliver(text);
+}
+
+bool FormatParser::WritesMarkup() const {
+  const TavoHighlightWrapper* highlight = GetHighlightWrapper();
+  return keepsMarkup_ &&
+         (highlight == nullptr || highlight->GetMode() == TavoHighlightWrapper::kWholeDocument);
+}
+
+void FormatParser::WriteMarkup(std::string_view markup) {
+  if (!markup.empty() && WritesMarkup()) GetOutput()->Write(std::string(markup));
 }
 
 void FormatParser::WriteLayout(std::string_view text) {

@@ -2,11 +2,13 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "Support/text/Input.h"
 #include "Support/text/ParseFile.h"
 #include "programs/formats/CodePage.h"
 #include "programs/formats/DocumentEncoding.h"
+#include "programs/formats/Markup.h"
 
 namespace vemra {
 
@@ -41,6 +43,9 @@ class FormatParser : public TavoParseFile {
   int ParseFile(const std::string& path) override;
   // A document in memory, as it is in its file.
   int ParseDocument(std::string bytes);
+  // Whether a document that is written keeps its markup, as far as that is safe. It does not unless
+  // this is called.
+  void KeepMarkup(bool keep) { keepsMarkup_ = keep; }
 
  protected:
   // Where the format may declare its encoding.
@@ -49,12 +54,22 @@ class FormatParser : public TavoParseFile {
   const CodePage& GetCodePage() const { return codePage_; }
   // Hands over text with the current field list, control characters made blanks.
   void Deliver(std::string_view text);
+  // With the markup within it; of text beyond kMaxRun it is that of the first run.
+  void Deliver(std::string_view text, SectionMarkup markup);
+  // That of the section which is being created.
+  SectionMarkup TakeSectionMarkup() { return std::exchange(markup_, {}); }
+
+  // Whether markup goes to the output, be the text around it printable or not.
+  bool WritesMarkup() const;
+  void WriteMarkup(std::string_view markup);
   // Text that is not the document's, such as the line ends between blocks: goes to the output when
   // text is written.
   void WriteLayout(std::string_view text);
 
  private:
   const CodePage& codePage_;
+  bool keepsMarkup_ = false;
+  SectionMarkup markup_;
   std::string run_;  // kept for its capacity
 };
 

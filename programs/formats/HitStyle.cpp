@@ -1,5 +1,7 @@
 #include "programs/formats/HitStyle.h"
 
+#include "programs/formats/Markup.h"
+
 namespace vemra {
 
 void BracketStyle::AppendOpening(int hit, std::string& out) const {
@@ -41,14 +43,15 @@ void HtmlStyle::AppendClosing(int hit, std::string& out) const {
 }
 
 void HtmlStyle::AppendText(std::string_view text, std::string& out) const {
-  constexpr std::string_view kSpecial = "&<>\"'";
-  while (!text.empty()) {
-    const std::size_t plain = text.find_first_of(kSpecial);
-    out += text.substr(0, plain);
-    if (plain == std::string_view::npos) break;
-    out += "&#" + std::to_string(static_cast<int>(text[plain])) + ';';
-    text.remove_prefix(plain + 1);
-  }
+  AppendEscaped(text, out);
+}
+
+void HtmlStyle::AppendPause(std::string& out) const {
+  out += "</mark>";
+}
+
+void HtmlStyle::AppendResume(std::string& out) const {
+  out += "<mark>";
 }
 
 void HtmlStyle::AppendEnd(int hits, std::string& out) const {

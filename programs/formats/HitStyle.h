@@ -15,6 +15,11 @@ class HitStyle {
   virtual void AppendClosing(int hit, std::string& out) const = 0;
   // Document text that is no markup, escaped as the style needs it.
   virtual void AppendText(std::string_view text, std::string& out) const = 0;
+  // What is written before and after markup that stands within a hit.
+  virtual void AppendPause(std::string& /*out*/) const {}
+  virtual void AppendResume(std::string& /*out*/) const {}
+  // Whether a document that has markup keeps it. Otherwise its text is laid out in lines.
+  virtual bool KeepsMarkup() const { return false; }
   // What ends a document with that many hits.
   virtual void AppendEnd(int hits, std::string& out) const = 0;
 };
@@ -37,13 +42,16 @@ class AnsiStyle : public HitStyle {
   void AppendEnd(int hits, std::string& out) const override;
 };
 
-// For a page: <mark id="hit3">, with links to the hits before and after. The link of the last hit
-// leads to the anchor that AppendEnd writes.
+// For a page: <mark id="hit3">, with links to the hits before and after, within the markup of the
+// document. The link of the last hit leads to the anchor that AppendEnd writes.
 class HtmlStyle : public HitStyle {
  public:
   void AppendOpening(int hit, std::string& out) const override;
   void AppendClosing(int hit, std::string& out) const override;
   void AppendText(std::string_view text, std::string& out) const override;
+  void AppendPause(std::string& out) const override;
+  void AppendResume(std::string& out) const override;
+  bool KeepsMarkup() const override { return true; }
   void AppendEnd(int hits, std::string& out) const override;
 };
 

@@ -1,10 +1,12 @@
 #include "programs/formats/Html.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "Support/definition/FileINI.h"
 #include "Support/text/THWrapper.h"
 #include "programs/formats/CharacterReference.h"
+#include "programs/formats/SafeMarkup.h"
 #include "programs/formats/WhiteSpace.h"
 
 namespace vemra {
@@ -59,9 +61,9 @@ std::string_view GapText(HtmlBoundary boundary) {
   return "\n\n";
 }
 
-// What stands before the text of an element.
-std::string_view LabelOf(const HtmlElement& element) {
-  if ((element.group & kGroupItem) != 0) return "* ";
+// What stands before the text of an element; pages have bullets of their own.
+std::string_view LabelOf(const HtmlElement& element, bool isPage) {
+  if ((element.group & kGroupItem) != 0) return isPage ? "" : "* ";
   return element.name == "title" ? "Title: " : "";
 }
 
@@ -78,15 +80,19 @@ int HtmlParser::ParseInput(TavoInput* input) {
     HandleToken(tokenizer, token);
   }
   if (!DoStopParsing()) EndRun(HtmlBoundary::kBlock);
+  path_.Clear();
+  WritePendingMarkup();
   return OnEnd();
 }
 
 // An earlier parse may have been given up half way.
 void HtmlParser::Reset() {
   path_.Clear();
+  markup_.Take();
   pathChanged_ = true;
   wantedAttributes_ = CollectAttributeNames(GetWrapper()->GetFileINI());
   run_.Clear();
+  runMarkup_.Start({});
   skipLineEnd_ = false;
   atLineStart_ = true;
   gap_ = HtmlBoundary::kInline;
@@ -106,6 +112,7 @@ void HtmlParser::HandleToken(HtmlTokenizer& tokenizer, const HtmlToken& token) {
   } else {
     HandleEndTag(token);
   }
+  WritePendingMarkup();
 }
 
 void HtmlParser::HandleStartTag(HtmlTokenizer& tokenizer, const HtmlToken& tag) {
@@ -115,14 +122,40 @@ void HtmlParser::HandleStartTag(HtmlTokenizer& tokenizer, const HtmlToken& tag) 
   path_.EndImplied(element);
   if (element.name == "a") path_.Close(element, tag.text);  // links do not nest
   if (!path_.Open(element, tag.text)) return;
+  OpenMarkup(element, tokenizer.GetAttributes());
 
-  if (const std::string_view label = LabelOf(element); !label.empty()) label_ = label;
+  if (const std::string_view label = LabelOf(element, WritesMarkup()); !label.empty())
+    label_ = label;
   HandleAttributes(tokenizer.GetAttributes(), element.name);
   if (element.content == HtmlContent::kNothing || tag.isEmptyElement) {
     path_.CloseLast();
   } else {
     HandleContent(tokenizer, element);
   }
+}
+
+void HtmlParser::OpenMarkup(const HtmlElement& element,
+                            const std::vector<HtmlAttribute>& attributes) {
+  if (!WritesMarkup()) return;
+  if (NameInPage(element).empty()) return markup_.Open({});
+  std::vector<PlainAttribute> written;
+  for (const HtmlAttribute& attribute : attributes) {
+    if (!IsWrittenInPage(element, attribute.name)) continue;
+    written.push_back({attribute.name, DecodeValue(attribute.value)});
+  }
+  markup_.Open(MakeTag(element, written));
+  WritePendingMarkup();
+}
+
+// Within a run the tags go with its text.
+void HtmlParser::WritePendingMarkup() {
+  std::vector<MarkupTag> tags = markup_.Take();
+  if (tags.empty()) return;
+  if (!run_.IsEmpty()) {
+    runMarkup_.Add(run_.Get().size() + (run_.HasSpace() ? 1 : 0), std::move(tags));
+    return;
+  }
+  for (const MarkupTag& tag : tags) WriteMarkup(tag.text);
 }
 
 // What follows the start tag of an element that holds no ordinary markup.
@@ -167,6 +200,7 @@ void HtmlParser::HandleText(std::string_view text) {
 void HtmlParser::StartText() {
   const CTavoFieldList& fields = GetElementFields();
   if (!run_.IsEmpty() && !(fields == runFields_)) EndRun(HtmlBoundary::kCut);
+  if (run_.IsEmpty()) runMarkup_.Start(markup_.GetOpenLink());
   runFields_ = fields;
   runIsVerbatim_ = path_.IsVerbatim();
 }
@@ -204,7 +238,7 @@ void HtmlParser::TakeReference(std::string_view& text, ReferencePlace place,
 void HtmlParser::LimitRun() {
   while (run_.Get().size() > kMaxRun) {
     const std::size_t cut = FindCut(run_.Get(), kMaxRun);
-    HandOver(std::string_view(run_.Get()).substr(0, cut));
+    HandOver(std::string_view(run_.Get()).substr(0, cut), runMarkup_.TakeFirst(cut));
     run_.DropFirst(cut);
   }
 }
@@ -222,7 +256,13 @@ void HtmlParser::HandleAttributes(const std::vector<HtmlAttribute>& attributes,
 void HtmlParser::HandleMeta(const std::vector<HtmlAttribute>& attributes) {
   const std::string* const name = FindWantedAttribute(FindValue(attributes, "name"));
   if (name == nullptr) return;
-  HandleValue(*name, FindValue(attributes, "content"), MakeLabel(*name), "");
+  std::string label = MakeLabel(*name);
+  if (WritesMarkup()) {
+    std::string block = "<div>";
+    AppendEscaped(label, block);
+    label = std::move(block);
+  }
+  HandleValue(*name, FindValue(attributes, "content"), label, WritesMarkup() ? "</div>" : "");
   Break(HtmlBoundary::kLine);
 }
 
@@ -245,7 +285,7 @@ void HtmlParser::HandleValue(std::string_view name, std::string_view value, std:
   SetBreakOnNewLine(0);
   WriteGap(run_.TakeSpace());
   WriteLayout(before);
-  Deliver(text);
+  Deliver(text, {markup_.GetOpenLink(), {}});
   WriteLayout(after);
   atLineStart_ = false;
 }
@@ -280,29 +320,46 @@ void HtmlParser::Break(HtmlBoundary boundary) {
 void HtmlParser::EndRun(HtmlBoundary boundary) {
   std::string_view text = run_.Get();
   if (boundary >= HtmlBoundary::kLineBreak) text = TrimEnd(text);
-  if (!text.empty()) HandOver(text);
+  if (!text.empty()) {
+    HandOver(text, runMarkup_.TakeFirst(text.size()));
+    WriteTrailingTags();
+  }
   run_.Restart();
+}
+
+// Those behind the last word of a run, and the white space that stands among them.
+void HtmlParser::WriteTrailingTags() {
+  for (const SectionMarkup::Place& place : runMarkup_.TakeAll().tags) {
+    if (place.offset > 0 && run_.TakeSpace()) WriteLayout(" ");
+    WriteMarkup(place.tag.text);
+  }
 }
 
 // Blanks alone, which only verbatim text gives, are layout: a section without words could not end
 // the paragraph.
-void HtmlParser::HandOver(std::string_view text) {
+void HtmlParser::HandOver(std::string_view text, SectionMarkup markup) {
   SetFieldList(runFields_);
   SetBreakOnNewLine(runIsVerbatim_ ? 1 : 0);
   WriteGap(run_.HasSpaceBefore());
+  if (!IsWrite()) WriteTags(std::exchange(markup, {}));
   if (!TrimStart(text).empty()) {
-    Deliver(text);
+    Deliver(text, std::move(markup));
     atLineStart_ = false;
     return;
   }
   if (text.find_first_of("\r\n") != std::string_view::npos) SetNewParagraph();
   WriteLayout(text);
+  WriteTags(markup);
+}
+
+void HtmlParser::WriteTags(const SectionMarkup& markup) {
+  for (const SectionMarkup::Place& place : markup.tags) WriteMarkup(place.tag.text);
 }
 
 // What parts the text that follows from what is written already.
 void HtmlParser::WriteGap(bool space) {
   if (!IsWrite()) return;
-  const std::string_view gap = GapText(gap_);
+  const std::string_view gap = WritesMarkup() ? std::string_view() : GapText(gap_);
   if (hasWritten_) WriteLayout(gap.empty() && space ? " " : gap);
   WriteLayout(label_);
   label_ = {};

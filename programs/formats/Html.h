@@ -9,6 +9,8 @@
 #include "programs/formats/ElementPath.h"
 #include "programs/formats/FormatParser.h"
 #include "programs/formats/HtmlTokenizer.h"
+#include "programs/formats/MarkupStack.h"
+#include "programs/formats/RunMarkup.h"
 #include "programs/formats/RunText.h"
 
 namespace vemra {
@@ -26,6 +28,8 @@ namespace vemra {
 //
 // Written text is laid out in lines: blocks parted by blank lines, bullets before list items,
 // "Title: " and the names of meta elements before their text, attribute text of images in brackets.
+// Or it stands in the document's own markup, as far as SafeMarkup.h lets it through, well nested;
+// title and meta elements are blocks then, with the same names.
 class HtmlParser : public FormatParser {
  public:
   using FormatParser::FormatParser;
@@ -40,6 +44,10 @@ class HtmlParser : public FormatParser {
   void HandleStartTag(HtmlTokenizer& tokenizer, const HtmlToken& tag);
   void HandleEndTag(const HtmlToken& tag);
   void HandleContent(HtmlTokenizer& tokenizer, const HtmlElement& element);
+
+  // Markup.
+  void OpenMarkup(const HtmlElement& element, const std::vector<HtmlAttribute>& attributes);
+  void WritePendingMarkup();
 
   // Text.
   void HandleText(std::string_view text);
@@ -59,16 +67,20 @@ class HtmlParser : public FormatParser {
   // Runs.
   void Break(HtmlBoundary boundary);
   void EndRun(HtmlBoundary boundary);
-  void HandOver(std::string_view text);
+  void HandOver(std::string_view text, SectionMarkup markup);
+  void WriteTrailingTags();
+  void WriteTags(const SectionMarkup& markup);
   void WriteGap(bool space);
   const CTavoFieldList& GetElementFields();
 
-  ElementPath path_;
+  MarkupStack markup_;  // before its user
+  ElementPath path_{&markup_};
   bool pathChanged_ = true;  // since elementFields_ were looked up
   CTavoFieldList elementFields_;
   std::vector<std::string> wantedAttributes_;  // that any rule of the file type names
 
   RunText run_;
+  RunMarkup runMarkup_;
   CTavoFieldList runFields_;
   bool runIsVerbatim_ = false;
   bool skipLineEnd_ = false;  // the next text is the first within pre

@@ -56,6 +56,7 @@ int PlainTextParser::ParseInput(TavoInput* input) {
   const RestOfInput document(*input);
   std::string_view text = document.GetText();
   OnStart();
+  WriteMarkup("<pre>\n");  // of which pages leave the line end out
   CTavoFieldList fields;
   fields.Set(0);
   SetFieldList(fields);
@@ -69,6 +70,7 @@ int PlainTextParser::ParseInput(TavoInput* input) {
     SetNewParagraph();
     text.remove_prefix(gap.start + gap.length);
   }
+  WriteMarkup("</pre>\n");
   return OnEnd();
 }
 

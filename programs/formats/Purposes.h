@@ -50,14 +50,17 @@ class HighlightParser : public Format {
                   const HitStyle& style)
       : Format(wrapper, codePage), style_(style) {
     this->SetHighlightWrapper(highlight);
+    this->KeepMarkup(style.KeepsMarkup());
   }
 
  protected:
   void HandleSection(TavoSection* section) override { this->HighlightSection(section, 1); }
 
   std::unique_ptr<TavoSection> CreateSection(const std::string& text) override {
-    return std::make_unique<MarkedSection>(this->GetOutput(), text,
-                                           this->GetWrapper()->GetLangPack(), style_);
+    auto section = std::make_unique<MarkedSection>(this->GetOutput(), text,
+                                                   this->GetWrapper()->GetLangPack(), style_);
+    section->SetMarkup(this->TakeSectionMarkup());
+    return section;
   }
 
  private:

@@ -15,6 +15,7 @@ class RunText {
   void AppendVerbatim(std::string_view text) { text_ += text; }
   void NoteSpace() { space_ = true; }
   // Whether white space waits for the next text; it does no longer.
+  bool HasSpace() const { return space_; }
   bool TakeSpace() { return std::exchange(space_, false); }
 
   const std::string& Get() const { return text_; }

@@ -186,17 +186,94 @@ class MarkWord : public TavoHighlightSearch {
   void Finish() override {}
 };
 
-TEST(HtmlTest, HighlightsThroughTheWholeDocument) {
+// The page that shows a document, with every word "hit" marked.
+std::string PageOf(const std::string& document, std::uint32_t titleRules = 0) {
   PageWrapper wrapper;
+  wrapper.GetFileINI().GetField(1)->AddFieldRule(titleRules);
   MarkWord search;
   TavoHighlightWrapper request(TavoHighlightWrapper::kWholeDocument, &search);
   const HtmlStyle style;
   HighlightParser<HtmlParser> parser(&wrapper, CodePage::Windows1252(), &request, style);
-  ASSERT_EQ(parser.ParseDocument("<p>a &lt;hit&gt; <a>hit</a>"), 1);
-  EXPECT_EQ(parser.GetOutput()->GetOutputBuffer(),
-            "a &#60;<mark id=\"hit1\">hit<a href=\"#hit2\">&rsaquo;</a></mark>&#62; "
-            "<mark id=\"hit2\"><a href=\"#hit1\">&lsaquo;</a>hit"
-            "<a href=\"#hit3\">&rsaquo;</a></mark>");
+  EXPECT_EQ(parser.ParseDocument(document), 1);
+  return parser.GetOutput()->GetOutputBuffer();
+}
+
+struct PageRow {
+  const char* label;
+  const char* document;
+  const char* page;
+};
+
+void ExpectPages(const std::vector<PageRow>& rows) {
+  for (const PageRow& row : rows) {
+    SCOPED_TRACE(row.label);
+    EXPECT_EQ(PageOf(row.document), row.page);
+  }
+}
+
+TEST(HtmlTest, PageKeepsMarkupWellNested) {
+  ExpectPages({
+      {"blocks", "<html><body><h1 lang=de>a</h1><p>b</body></html>",
+       "<h1 lang=\"de\">a</h1>\n<p>b</p>\n"},
+      {"inline", "<p>a <b>b</b>c<br>d", "<p>a <b>b</b>c<br>d</p>\n"},
+      {"list", "<ul><li>a<li>b</ul>c", "<ul><li>a</li>\n<li>b</li>\n</ul>\nc"},
+      {"table", "<table><tr><td colspan=2>a<td>b</table>",
+       "<table><tr><td colspan=\"2\">a</td><td>b</td></tr>\n</table>\n"},
+      {"lines", "<pre>a\n <b>b</b>\n</pre>", "<pre>a\n <b>b</b></pre>\n"},
+      {"crossed", "<b>a<i>b</b>c</i>", "<b>a<i>b</i></b><i>c</i>"},
+      {"never closed", "<div><i>a", "<div><i>a</i></div>\n"},
+      {"never opened", "a</div></p></b>b", "ab"},
+      {"not closed before a block", "<b>a<p>b</b>c", "<b>a<p>b</p>\n</b><p>c</p>\n"},
+      {"other blocks", "<form>a<fieldset>b</form>", "<div>a<div>b</div>\n</div>\n"},
+      {"unknown", "<x-y>a</x-y><blink>b", "ab"},
+      {"title and author", "<head><title>a &lt;</title><meta name=author content='<u>'></head>",
+       "<div>Title: a &#60;</div>\n<div>Author: &#60;u&#62;</div>"},
+      {"other fields", "<p>a <i><a href=b>c</a></i> d<img alt=e>",
+       "<p>a <i><a href=\"b\">c</a></i> d[e]</p>\n"},
+  });
+  EXPECT_EQ(PageOf("<title>x <b>y</title><p>z", fieldrule::kNoText), "<div></div>\n<p>z</p>\n");
+}
+
+TEST(HtmlTest, PageHoldsNothingLive) {
+  ExpectPages({
+      {"scripts", "a<script>b</script><style>c</style><iframe>d</iframe>e", "ae"},
+      {"handlers", "<p onclick=x() style='y' class=z id=1 TITLE=t>a",
+       "<p id=\"doc-1\" title=\"t\">a</p>\n"},
+      {"quotes", "<p title='\"><b>&quot;&#62;'>a",
+       "<p title=\"&#34;&#62;&#60;b&#62;&#34;&#62;\">a</p>\n"},
+      {"links", "<a href='http://x/?a&amp;b'>a</a><a href=HTTPS:x>b</a><a href=x:y>c</a>",
+       "<a href=\"http://x/?a&#38;b\">a</a><a href=\"HTTPS:x\">b</a><span>c</span>"},
+      {"scripts in links", "<a href=' java&#9;scr\nipt&#58;x'>a</a><a href=data:x>b</a>",
+       "<span>a</span><span>b</span>"},
+      {"relative links", "<a href='../x?y:z'>a</a><a href=#b name=c>b</a><a href=//x>c</a>",
+       "<a href=\"../x?y:z\">a</a><a href=\"#doc-b\" id=\"doc-c\">b</a><a href=\"//x\">c</a>"},
+      {"things that load", "<img src=x><object data=x>a</object><embed src=x><link href=x>b", "ab"},
+      {"forms", "<form action=x><input name=a><button>b</button><textarea>c</textarea>",
+       "<div>b<div>c</div>\n</div>\n"},
+  });
+}
+
+TEST(HtmlTest, HitsStandWithinTheMarkup) {
+  const auto hit = [](int n, const std::string& inner) {
+    const auto link = [](int to, const char* arrow) {
+      return "<a href=\"#hit" + std::to_string(to) + "\">&" + arrow + ";</a>";
+    };
+    return "<mark id=\"hit" + std::to_string(n) + "\">" + (n > 1 ? link(n - 1, "lsaquo") : "") +
+           inner + link(n + 1, "rsaquo") + "</mark>";
+  };
+  EXPECT_EQ(PageOf("<p>a &lt;hit&gt; <b>hit</b>"),
+            "<p>a &#60;" + hit(1, "hit") + "&#62; <b>" + hit(2, "hit") + "</b></p>\n");
+  EXPECT_EQ(PageOf("h<b>i</b><i><u>t</i>s hit"),
+            "h<b>i</b><i><u>t</u></i><u>s " + hit(1, "hit") + "</u>");
+  EXPECT_EQ(PageOf("h<b>i</b>t"), hit(1, "h</mark><b><mark>i</mark></b><mark>t"));
+  // Links do not stand within each other, be the link's text of the same fields or not.
+  const std::string link = "<a href=\"x\">";
+  EXPECT_EQ(PageOf("<a href=x>a hit b</a>"),
+            link + "a </a>" + hit(1, link + "hit</a>") + link + " b</a>");
+  EXPECT_EQ(PageOf("<a href=x><img alt=hit></a>"),
+            link + "[</a>" + hit(1, link + "hit</a>") + link + "]</a>");
+  EXPECT_EQ(PageOf("<title>a</title><b>hi<a href=x>t</a></b>"),
+            "<div>Title: a</div>\n<b>hi" + link + "t</a></b>");
 }
 
 TEST(HtmlTest, StopsWhenTheSummaryHasEnough) {
