@@ -12,33 +12,18 @@ namespace vemra::bitwords {
 static_assert(std::endian::native == std::endian::little,
               "stored records hold the bits in little-endian order");
 
-// 16 bytes that the compiler keeps in one register of the processor.
-using Block [[gnu::vector_size(16)]] = std::uint64_t;
-
-// target[i] = operation(target[i], source[i]); the two may be the same. The compiler does not find
-// the wide registers by itself, since it must allow for any overlap.
-template <class Operation>
-void Combine(std::uint8_t* target, const std::uint8_t* source, std::size_t bytes,
-             Operation operation) {
-  std::size_t at = 0;
-  for (; at + sizeof(Block) <= bytes; at += sizeof(Block)) {
-    Block a;
-    Block b;
-    std::memcpy(&a, target + at, sizeof a);
-    std::memcpy(&b, source + at, sizeof b);
-    a = operation(a, b);
-    std::memcpy(target + at, &a, sizeof a);
-  }
-  for (; at < bytes; ++at)
-    target[at] = static_cast<std::uint8_t>(operation(target[at], source[at]));
-}
-
-inline constexpr auto kOr = [](auto a, auto b) { return a | b; };
-inline constexpr auto kAnd = [](auto a, auto b) { return a & b; };
-inline constexpr auto kAndNot = [](auto a, auto b) { return a & ~b; };
+// target = target | source, & source, & ~source, ~source. The two may be the same.
+void Or(std::uint8_t* target, const std::uint8_t* source, std::size_t bytes);
+void And(std::uint8_t* target, const std::uint8_t* source, std::size_t bytes);
+void AndNot(std::uint8_t* target, const std::uint8_t* source, std::size_t bytes);
+void Not(std::uint8_t* target, const std::uint8_t* source, std::size_t bytes);
 
 // The number of set bits.
 std::int32_t Count(const std::uint8_t* bytes, std::size_t size);
+// Writes their indices, counted from first on, and returns how many there are. Up to 2 places more
+// are written than that.
+std::size_t List(const std::uint8_t* bytes, std::size_t size, std::int32_t first,
+                 std::int32_t* indices);
 
 // The lowest set bit >= from, or the highest one <= from, among the first bits bits; -1 for none.
 // The storage is whole words.

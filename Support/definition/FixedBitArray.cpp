@@ -73,7 +73,7 @@ void CTavoFixedBitArray::ResetAll() {
 }
 
 void CTavoFixedBitArray::Reverse() {
-  bitwords::Combine(Bytes(), Bytes(), GetUsedBytes(), [](auto bits, auto) { return ~bits; });
+  bitwords::Not(Bytes(), Bytes(), GetUsedBytes());
 }
 
 void CTavoFixedBitArray::SetBitsAt(const void* source, std::uint16_t offset, std::uint16_t count) {
@@ -117,6 +117,11 @@ int CTavoFixedBitArray::operator[](std::int32_t index) const {
   return Bytes()[byte] & (1 << (index % 8));
 }
 
+std::size_t CTavoFixedBitArray::ListSetBits(std::size_t byte, std::int32_t* indices) const {
+  return bitwords::List(Bytes() + byte, std::min(GetUsedBytes() - byte, kListedBits / 8),
+                        static_cast<std::int32_t>(byte * 8), indices);
+}
+
 std::size_t CTavoFixedBitArray::GetUsedBytes() const {
   return std::min(static_cast<std::size_t>(byteLength_), GetStorageBytes());
 }
@@ -127,21 +132,19 @@ void CTavoFixedBitArray::SetBits(const void* source) {
 }
 
 CTavoFixedBitArray* CTavoFixedBitArray::operator|(const CTavoFixedBitArray* other) {
-  bitwords::Combine(Bytes(), other->Bytes(), std::min(GetUsedBytes(), other->GetUsedBytes()),
-                    bitwords::kOr);
+  bitwords::Or(Bytes(), other->Bytes(), std::min(GetUsedBytes(), other->GetUsedBytes()));
   return this;
 }
 
 CTavoFixedBitArray* CTavoFixedBitArray::operator&(const CTavoFixedBitArray* other) {
   const std::size_t common = std::min(GetUsedBytes(), other->GetUsedBytes());
-  bitwords::Combine(Bytes(), other->Bytes(), common, bitwords::kAnd);
+  bitwords::And(Bytes(), other->Bytes(), common);
   std::fill(Bytes() + common, Bytes() + GetUsedBytes(), std::uint8_t{0});
   return this;
 }
 
 CTavoFixedBitArray* CTavoFixedBitArray::operator-(const CTavoFixedBitArray* other) {
-  bitwords::Combine(Bytes(), other->Bytes(), std::min(GetUsedBytes(), other->GetUsedBytes()),
-                    bitwords::kAndNot);
+  bitwords::AndNot(Bytes(), other->Bytes(), std::min(GetUsedBytes(), other->GetUsedBytes()));
   return this;
 }
 

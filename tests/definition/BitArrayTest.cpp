@@ -45,9 +45,16 @@ void ExpectScans(const CTavoFixedBitArray& array, const Bits& bits) {
     ++count;
   }
   EXPECT_EQ(array.GetNext(last), -1);
+  EXPECT_EQ(array.GetTrueCount(), count);
+  last = -1;
+  array.ForEachSetBit([&](std::int32_t index) {
+    EXPECT_EQ(index, array.GetNext(last));
+    last = index;
+    --count;
+  });
+  EXPECT_EQ(count, 0);
   EXPECT_EQ(array.GetLast(), last);
   EXPECT_EQ(array.GetFirst(), array.GetNext(-1));
-  EXPECT_EQ(array.GetTrueCount(), count);
 }
 
 TEST(BitArrayTest, BehavesAsPlainBits) {
