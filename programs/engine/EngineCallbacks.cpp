@@ -57,14 +57,12 @@ std::uint32_t RefuseEntry(unsigned char*) {
   return kNoText;
 }
 
-// A new paragraph begins a sentence too.
 void StartParagraph() {
-  GetWriter().CountParagraph();
-  GetWriter().CountSentence();
+  GetWriter().StartParagraph();
 }
 
 void StartSentence() {
-  GetWriter().CountSentence();
+  GetWriter().StartSentence();
 }
 
 void AddSortKey(std::uint32_t, const char* key) {

@@ -12,8 +12,9 @@ class IndexWriter;
 // table holds plain functions, so one object lives at a time in a process.
 //
 // Of what the sink sends, this engine keeps the words with their positions, the titles and the sort
-// keys, and counts sentences and paragraphs. It keeps neither stored text (documents are read again
-// to be shown), nor index entries, nor expressions: an expression has no place among the words.
+// keys, and where sentences and paragraphs begin. It keeps neither stored text (documents are read
+// again to be shown), nor index entries, nor expressions: an expression has no place among the
+// words.
 class EngineCallbacks {
  public:
   using MessageFunction = std::function<void(const char* text, unsigned long level)>;

@@ -12,7 +12,7 @@
 // The index of a text database: one SQLite file in the index folder, named after the index with the
 // extension ".vix". It is in WAL mode, so that searches read a whole state while an indexer writes.
 //
-// - texts: one row a text (document), by its number from 1 up.
+// - texts: one row a text (document), by its number from 1 up, with the layout of its words.
 // - words: a full-text index without stored text, one column "f<number>" a field of the database. A
 //   text's words stand in the column of the field that they were indexed under, in the order in
 //   which the library gave them, the parts of a compound word at the position of the whole.
@@ -40,7 +40,7 @@ std::string ColumnName(int fieldno);
 int FieldOfColumn(std::string_view name);
 
 // Raised with any change of the tables.
-inline constexpr int kIndexFormat = 1;
+inline constexpr int kIndexFormat = 2;
 inline constexpr std::int64_t kIndexApplication = 0x76656d72;  // "vemr"
 
 // The index as searches see it. Throws EngineError: kMissing when nothing was indexed yet, kDamaged

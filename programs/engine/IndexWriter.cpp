@@ -22,7 +22,7 @@ constexpr int kLockViolation = 33;
 const char* const kCreateTexts =
     "CREATE TABLE texts(number INTEGER PRIMARY KEY, path TEXT NOT NULL, type INTEGER NOT NULL,"
     " title BLOB NOT NULL, sortkey BLOB NOT NULL, bytes INTEGER NOT NULL, words INTEGER NOT NULL,"
-    " sentences INTEGER NOT NULL, paragraphs INTEGER NOT NULL)";
+    " sentences INTEGER NOT NULL, paragraphs INTEGER NOT NULL, layout BLOB NOT NULL)";
 
 std::string HostPathOf(const std::string& path) {
   std::string hostPath = ToHostPath(path);
@@ -76,6 +76,7 @@ void IndexWriter::PrepareFile() {
 std::uint32_t IndexWriter::BeginText() {
   text_ = TextRecord();
   text_.number = lastNumber_ + 1;
+  layout_.Clear();
   for (const int fieldno : columns_) {
     std::string& stream = streams_[static_cast<std::size_t>(fieldno)];
     stream.clear();
@@ -88,6 +89,7 @@ void IndexWriter::AddWord(int fieldno, std::string_view word) {
   const auto field = static_cast<std::size_t>(fieldno);
   if (field >= isColumn_.size() || !isColumn_[field]) return;
   AppendWord(streams_[field], word);
+  layout_.AddWord(fieldno);
   ++text_.words;
 }
 
@@ -95,6 +97,17 @@ void IndexWriter::AddAtSamePosition(int fieldno, std::string_view word) {
   const auto field = static_cast<std::size_t>(fieldno);
   if (field >= isColumn_.size() || !isColumn_[field]) return;
   AppendAtSamePosition(streams_[field], word);
+}
+
+void IndexWriter::StartSentence() {
+  layout_.StartSentence();
+  ++text_.sentences;
+}
+
+void IndexWriter::StartParagraph() {
+  layout_.StartParagraph();
+  ++text_.paragraphs;
+  ++text_.sentences;
 }
 
 const TextRecord& IndexWriter::EndText(const std::string& path, int fileType, std::int64_t bytes) {
@@ -134,7 +147,7 @@ void IndexWriter::EmptyIndex() {
   std::string insert = "INSERT INTO words(" + ColumnNames(columns_) + "rowid) VALUES(";
   for (std::size_t i = 0; i < columns_.size(); ++i) insert += "?, ";
   insertWords_.emplace(connection_, insert + "?)");
-  insertText_.emplace(connection_, "INSERT INTO texts VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?)");
+  insertText_.emplace(connection_, "INSERT INTO texts VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?, ?)");
 }
 
 void IndexWriter::StoreWords() {
@@ -162,6 +175,8 @@ void IndexWriter::StoreText() {
   insertText_->Bind(7, text_.words);
   insertText_->Bind(8, text_.sentences);
   insertText_->Bind(9, text_.paragraphs);
+  insertText_->BindBlob(10, layout_.GetBytes());
+  batchBytes_ += layout_.GetBytes().size();
   insertText_->Run();
 }
 

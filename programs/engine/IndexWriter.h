@@ -10,6 +10,7 @@
 #include "Support/definition/FieldList.h"
 #include "Support/foundation/File.h"
 #include "programs/engine/IndexDatabase.h"
+#include "programs/engine/Layout.h"
 #include "programs/engine/Sqlite.h"
 
 namespace vemra::engine {
@@ -37,8 +38,9 @@ class IndexWriter {
   // are kept, and only those are compared. A word of a field that is not kept is dropped.
   void AddWord(int fieldno, std::string_view word);
   void AddAtSamePosition(int fieldno, std::string_view word);
-  void CountSentence() { ++text_.sentences; }
-  void CountParagraph() { ++text_.paragraphs; }
+  // The next word begins a sentence, or a paragraph and with it a sentence.
+  void StartSentence();
+  void StartParagraph();
   void SetTitle(std::string_view title) { text_.title = title; }
   void SetSortKey(std::string_view key) { text_.sortKey = key; }
   // Stores the text and returns what is known of it. path in the Windows form.
@@ -65,6 +67,7 @@ class IndexWriter {
   std::uint32_t lastNumber_ = 0;
   TextRecord text_;                                // the current one
   std::array<std::string, kMaxFields> streams_{};  // its words by field (WordStream.h)
+  LayoutWriter layout_;                            // and how they follow each other
   std::size_t batchBytes_ = 0;
   int batchTexts_ = 0;
   std::optional<Statement> insertWords_;

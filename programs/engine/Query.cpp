@@ -41,6 +41,20 @@ std::string FormatPhrase(const QueryNode& phrase, const CTavoFieldList& general)
   return phrase.columns == general ? text : FormatColumns(phrase.columns) + ':' + text;
 }
 
+std::string FormatRelation(const QueryRelation& relation) {
+  if (relation.kind == QueryRelation::Kind::kWords) return '/' + std::to_string(relation.words);
+  return relation.kind == QueryRelation::Kind::kSentence ? "/s" : "/p";
+}
+
+std::string FormatNear(const QueryNode& node, const CTavoFieldList& general) {
+  std::string text = "NEAR(" + FormatQuery(node.children.front(), general);
+  for (std::size_t i = 0; i < node.relations.size(); ++i) {
+    text += ' ' + FormatRelation(node.relations[i]) + ' ';
+    text += FormatQuery(node.children[i + 1], general);
+  }
+  return text + ')';
+}
+
 std::string FormatList(const char* name, const std::vector<QueryNode>& nodes,
                        const CTavoFieldList& general) {
   std::string text;
@@ -69,6 +83,7 @@ QueryLanguage MakeQueryLanguage(const CTavoFileINI& definitions, const TavoLangP
 
 std::string FormatQuery(const QueryNode& node, const CTavoFieldList& general) {
   if (node.kind == QueryNode::Kind::kPhrase) return FormatPhrase(node, general);
+  if (node.kind == QueryNode::Kind::kNear) return FormatNear(node, general);
   std::string text =
       FormatList(node.kind == QueryNode::Kind::kAnd ? "AND" : "OR", node.children, general);
   if (!node.excluded.empty()) text += ' ' + FormatList("NOT", node.excluded, general) + ')';

@@ -20,11 +20,16 @@ class TavoLangPack;
 //   (cat OR dog) food     parentheses
 //   "cat and dog"         the words one after the other; * and ? are ordinary characters inside
 //   wild* w?ld *card      * stands for any characters, ? for one
+//   cat /s dog            both in one sentence; /p: in one paragraph; /5: at most 5 words apart, in
+//                         either order. Beside an operator stands a word, a pattern, a phrase, or
+//                         some of these in parentheses, joined by OR; a /s b /p c asks for a b that
+//                         is in one sentence with an a and in one paragraph with a c
 //   Title: cat dog;       words of one field, up to the semicolon, the closing parenthesis, or the
 //                         end; the field's name as defined, in any case
 //
-// NOT binds before AND, AND before OR. A word is cut and folded as the words of documents are, so
-// well-known is one word; what holds no word character is passed over.
+// The operators between words bind before NOT, NOT before AND, AND before OR. A word is cut and
+// folded as the words of documents are, so well-known is one word; what holds no word character is
+// passed over.
 namespace vemra::engine {
 
 // One place of a phrase: a folded word, or a pattern. The alternatives are the words of the index
@@ -35,14 +40,24 @@ struct QueryTerm {
   std::vector<std::string> alternatives;
 };
 
+// How two neighbours in a chain of operators stand to each other.
+struct QueryRelation {
+  enum class Kind { kSentence, kParagraph, kWords };
+
+  Kind kind = Kind::kSentence;
+  int words = 0;  // of kWords: how far apart they are at most, from 1
+};
+
 struct QueryNode {
-  enum class Kind { kPhrase, kAnd, kOr };
+  enum class Kind { kPhrase, kAnd, kOr, kNear };
 
   Kind kind = Kind::kPhrase;
-  std::vector<QueryTerm> terms;     // of a phrase, in order, at least one
-  CTavoFieldList columns;           // of a phrase: the fields whose words it is looked for in
-  std::vector<QueryNode> children;  // of kAnd and kOr, at least one
-  std::vector<QueryNode> excluded;  // of kAnd: texts that match one of these do not match
+  std::vector<QueryTerm> terms;  // of a phrase, in order, at least one
+  CTavoFieldList columns;        // of a phrase: the fields whose words it is looked for in
+  // Of kAnd and kOr, at least one; of kNear two or more, phrases or kOr of phrases.
+  std::vector<QueryNode> children;
+  std::vector<QueryRelation> relations;  // of kNear: of each child to the next
+  std::vector<QueryNode> excluded;       // of kAnd: texts that match one of these do not match
 };
 
 // What the reader knows of the database. A field answers for the words of every field whose text is
@@ -73,6 +88,7 @@ class QueryError : public std::runtime_error {
 
 inline constexpr std::size_t kMaxQueryBytes = 16384;
 inline constexpr int kMaxQueryTerms = 256;
+inline constexpr int kMaxWordsApart = 1000000;
 // Parentheses and fields within each other. SQLite's own reader of expressions bears no more.
 inline constexpr int kMaxQueryDepth = 10;
 

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <charconv>
 #include <optional>
 
 #include "Support/text/Input.h"
@@ -50,6 +51,29 @@ QueryNode Exclude(QueryNode node, std::vector<QueryNode> excluded) {
   }
   std::move(excluded.begin(), excluded.end(), std::back_inserter(node.excluded));
   return node;
+}
+
+constexpr const char* kRelationForms =
+    "'/' needs s, p or a number behind it: /s in one sentence, /p in one paragraph, /5 within 5 "
+    "words";
+constexpr const char* kRelationOperands =
+    "an operator between words stands beside words, phrases, and those in parentheses joined by OR";
+
+bool IsPhrase(const QueryNode& node) {
+  return node.kind == QueryNode::Kind::kPhrase;
+}
+
+bool MayBeNear(const QueryNode& node) {
+  return IsPhrase(node) || (node.kind == QueryNode::Kind::kOr &&
+                            std::all_of(node.children.begin(), node.children.end(), IsPhrase));
+}
+
+// /s, /p, /number, and a slash alone, which is refused. A slash in other words is punctuation.
+bool IsRelation(std::string_view word) {
+  if (word.empty() || word.front() != '/') return false;
+  const std::string_view rest = word.substr(1);
+  return rest == "s" || rest == "S" || rest == "p" || rest == "P" ||
+         rest.find_first_not_of("0123456789") == std::string_view::npos;
 }
 
 // Recursive descent. A result of nothing means that only punctuation was there, which no text can
@@ -148,7 +172,51 @@ class Parser {
     return std::move(*item);
   }
 
+  bool AtRelation() const { return !AtEnd() && IsRelation(input_.GetFirstWord()); }
+
+  // One part, or several with operators between words.
   std::optional<QueryNode> ParseItem(const CTavoFieldList& columns) {
+    const std::size_t offset = Offset();
+    if (AtRelation()) Fail(offset, "there must be a word before " + input_.GetFirstWord());
+    std::optional<QueryNode> part = ParsePart(columns);
+    if (!part || !AtRelation()) return part;
+    QueryNode chain;
+    chain.kind = QueryNode::Kind::kNear;
+    AddNear(chain, std::move(*part), offset);
+    while (AtRelation()) ParseRelation(chain, columns);
+    return chain;
+  }
+
+  void ParseRelation(QueryNode& chain, const CTavoFieldList& columns) {
+    const std::size_t relationOffset = Offset();
+    const std::string relation = input_.CutWord();
+    chain.relations.push_back(ReadRelation(relation, relationOffset));
+    const std::size_t offset = Offset();
+    std::optional<QueryNode> part;
+    if (!AtEnd() && !AtRelation() && NextOperator() == Operator::kNone) part = ParsePart(columns);
+    if (!part) Fail(relationOffset, "there must be a word after " + relation);
+    AddNear(chain, std::move(*part), offset);
+  }
+
+  static void AddNear(QueryNode& chain, QueryNode part, std::size_t offset) {
+    if (!MayBeNear(part)) Fail(offset, kRelationOperands);
+    chain.children.push_back(std::move(part));
+  }
+
+  static QueryRelation ReadRelation(std::string_view word, std::size_t offset) {
+    word.remove_prefix(1);
+    if (word.empty()) Fail(offset, kRelationForms);
+    if (word == "s" || word == "S") return {QueryRelation::Kind::kSentence, 0};
+    if (word == "p" || word == "P") return {QueryRelation::Kind::kParagraph, 0};
+    QueryRelation relation{QueryRelation::Kind::kWords, 0};
+    const auto result = std::from_chars(word.data(), word.data() + word.size(), relation.words);
+    if (result.ec != std::errc() || relation.words < 1 || relation.words > kMaxWordsApart) {
+      Fail(offset, "words are from 1 to " + std::to_string(kMaxWordsApart) + " apart");
+    }
+    return relation;
+  }
+
+  std::optional<QueryNode> ParsePart(const CTavoFieldList& columns) {
     if (Next() == '(') return ParseParentheses(columns);
     if (Next() == '"') return ParsePhrase(columns);
     std::size_t nameLength = 0;

@@ -2,12 +2,12 @@
 
 #include <array>
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <vector>
 
 #include "Support/definition/FieldList.h"
 #include "programs/engine/IndexDatabase.h"
+#include "programs/engine/Matcher.h"
 #include "programs/engine/Query.h"
 
 namespace vemra::engine {
@@ -28,34 +28,29 @@ struct FoundTexts {
   std::vector<FoundText> best;  // best first; equal scores by number
 };
 
-// A word of a text that a query matched: the position-th word, from 0, of the words indexed under
-// a field. words are those that the query allows there, a loan of the search.
-struct Hit {
-  int fieldno = 0;
-  int position = 0;
-  const std::vector<std::string>* words = nullptr;
-};
-
 // A query at work on an index. The index is a loan.
 class Search {
  public:
   // query: parsed and expanded.
   Search(IndexDatabase& index, QueryNode query);
+  Search(const Search&) = delete;
+  Search& operator=(const Search&) = delete;
 
   FoundTexts Find(int count, const FieldWeights& weights);
-  // The hits of a text, by field and position. They are those of the parts of the query that the
-  // text satisfies: for "(a AND b) OR c" those of a only where b is there too. None when the text
-  // does not match.
+  // The hits of a text, by field and position; their words are a loan of the search. They are those
+  // of the parts of the query that the text satisfies: for "(a AND b) OR c" those of a only where b
+  // is there too. None when the text does not match.
   std::vector<Hit> FindHits(std::int64_t number);
 
  private:
-  bool CollectHits(const QueryNode& node, std::int64_t number, std::vector<Hit>& hits);
-  bool CollectPhrase(const QueryNode& phrase, std::int64_t number, std::vector<Hit>& hits);
+  bool Matches(std::int64_t number);
 
   IndexDatabase& index_;
-  QueryNode query_;
-  CTavoFieldList columns_;  // of the index
-  std::optional<Statement> places_;
+  const QueryNode query_;
+  const std::string expression_;  // finds what matches, and more when places decide
+  const bool needsPlaces_;
+  Matcher matcher_;
+  std::vector<Hit> hits_;  // kept for its capacity
 };
 
 }  // namespace vemra::engine

@@ -86,6 +86,21 @@ TEST_F(ProgramTest, FindsByFieldsPhrasesAndPatterns) {
   EXPECT_THAT(Find("editors"), ElementsAre("page.html"));  // the general field holds every field
 }
 
+TEST_F(ProgramTest, FindsByOperatorsBetweenWords) {
+  AddDocument("page.html",
+              "<title>Dogs</title><p>One dog and <a href=\"x\">a black cat</a> sleep. The cat "
+              "eats.</p><p>A dog barks.</p>");
+  AddDocument("apart.txt", "A dog.  A cat.");
+  CreateAndIndex();
+  EXPECT_THAT(Find("dog /s cat"), ElementsAre("page.html"));
+  EXPECT_THAT(Find("dog /p cat"), ::testing::UnorderedElementsAre("page.html", "apart.txt"));
+  EXPECT_THAT(Find("cat /2 dog"), ElementsAre("apart.txt"));
+  EXPECT_THAT(Find("eats /1 (dog OR sleep)"), ElementsAre());
+  EXPECT_THAT(Find("dog NOT dog /s cat"), ElementsAre("apart.txt"));
+  const Outcome run = Vemra({"show", File("db.cfg"), "1", "--query", "black /5 one"});
+  EXPECT_THAT(run.out, HasSubstr("[1]One dog and a [2]black cat sleep. The cat eats."));
+}
+
 TEST_F(ProgramTest, PrintsResults) {
   AddDocument("cats.html", "<title>Cats</title><p>one <b>two</b> Caf\xe9 three</p>");
   AddDocument("plain.txt", "three dogs");

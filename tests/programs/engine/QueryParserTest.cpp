@@ -55,6 +55,16 @@ TEST(QueryParser, BuildsTheTree) {
       {"(Title : cat) dog", "AND(1:cat dog)"},
       {"Title: cat Image text: dog; mouse;", "AND(1:cat 7:dog 1:mouse)"},
       {"cat; dog;; mouse", "AND(cat dog mouse)"},
+      {"cat /s dog", "NEAR(cat /s dog)"},
+      {"cat /S dog /12 \"dog food\" /P w*", "NEAR(cat /s dog /12 \"dog food\" /p w*)"},
+      {"a cat /5 dog b", "AND(a NEAR(cat /5 dog) b)"},
+      {"a NOT cat /s dog OR b", "OR(AND(a NOT(NEAR(cat /s dog))) b)"},
+      {"(cat OR dog OR (\"a b\")) /007 (food)", "NEAR(OR(cat dog \"a b\") /7 food)"},
+      {"Title: cat /s dog; food", "AND(NEAR(1:cat /s 1:dog) food)"},
+      {"Title: cat; /p food", "NEAR(1:cat /p food)"},
+      {"cat /s (Title: dog; OR x)", "NEAR(cat /s OR(1:dog x))"},
+      {"\"a b\"/s(cat)", "NEAR(\"a b\" /s cat)"},
+      {"and/or /sp /5th /usr/s cat/s", "AND(and/or sp 5th usr/s cat/s)"},
       {"10:30 std::vector http://x.y/", "AND(10:30 std::vector http://x.y)"},
   };
   const QueryLanguage language = TestLanguage();
@@ -89,6 +99,24 @@ TEST(QueryParser, PointsAtWhatIsWrong) {
       {"cat AND OR dog", 4, "there must be a word after AND"},
       {"cat NOT NOT dog", 4, "there must be a word after NOT"},
       {"cat OR NOT dog", 7, "NOT needs another word whose texts it narrows"},
+      {"cat / dog", 4,
+       "'/' needs s, p or a number behind it: /s in one sentence, /p in one paragraph, /5 within 5 "
+       "words"},
+      {"cat /0 dog", 4, "words are from 1 to 1000000 apart"},
+      {"cat /99999999999 dog", 4, "words are from 1 to 1000000 apart"},
+      {"cat OR /s dog", 7, "there must be a word before /s"},
+      {"cat & /s dog", 6, "there must be a word before /s"},
+      {"cat /s", 4, "there must be a word after /s"},
+      {"(cat /5)", 5, "there must be a word after /5"},
+      {"cat /s /p dog", 4, "there must be a word after /s"},
+      {"cat /s AND dog", 4, "there must be a word after /s"},
+      {"cat /s ... dog", 4, "there must be a word after /s"},
+      {"cat /s (dog food)", 7,
+       "an operator between words stands beside words, phrases, and those in parentheses joined by "
+       "OR"},
+      {"(a /s b) /p c", 0,
+       "an operator between words stands beside words, phrases, and those in parentheses joined by "
+       "OR"},
       {"cat **", 4, "* and ? need a letter or a digit beside them"},
       {"cat Nope: dog", 4, "no field is named Nope"},
       {"cat Title: ;", 4, "there is no word for this field"},
@@ -110,13 +138,13 @@ TEST(QueryParser, PointsAtWhatIsWrong) {
 
 TEST(QueryParser, ParsesOrRefusesAnyBytes) {
   const QueryLanguage language = TestLanguage();
-  const std::string pieces[] = {"(",     ")",      "\"",  ";",    ":",
-                                "*",     "?",      " ",   "AND",  " OR ",
-                                " NOT ", "Title:", "cat", "\xe9", std::string(1, '\0'),
-                                "-"};
+  const std::string pieces[] = {"(",     ")",      "\"",   ";",    ":",
+                                "*",     "?",      " ",    "AND",  " OR ",
+                                " NOT ", "Title:", "cat",  "\xe9", std::string(1, '\0'),
+                                "-",     " /s ",   " /3 ", "/"};
   std::mt19937 random(9);
   int parsed = 0;
-  for (int round = 0; round < 20000; ++round) {
+  for (int round = 0; round < 30000; ++round) {
     std::string query;
     for (unsigned i = random() % 12; i > 0; --i) query += pieces[random() % std::size(pieces)];
     try {

@@ -16,8 +16,14 @@ namespace {
 
 constexpr int kFields = 3;
 
-// A text as the index is given it: by field the words, each with the parts of a compound.
-using Text = std::map<int, std::vector<std::vector<std::string>>>;
+// A word of a text, as the index is given it.
+struct TextWord {
+  int field;
+  std::vector<std::string> forms;  // the word and, of a compound, its parts
+  int sentence = 0;
+  int paragraph = 0;
+};
+using Text = std::vector<TextWord>;
 using Place = std::pair<int, int>;  // field, position
 
 CTavoFieldList ListOf(std::initializer_list<int> fields) {
@@ -28,10 +34,17 @@ CTavoFieldList ListOf(std::initializer_list<int> fields) {
 
 void AddText(IndexWriter& writer, const Text& text) {
   writer.BeginText();
-  for (const auto& [field, words] : text) {
-    for (const auto& word : words) {
-      writer.AddWord(field, word[0]);
-      for (std::size_t i = 1; i < word.size(); ++i) writer.AddAtSamePosition(field, word[i]);
+  TextWord before{0, {}};
+  for (const TextWord& word : text) {
+    if (word.paragraph != before.paragraph) {
+      writer.StartParagraph();
+    } else if (word.sentence != before.sentence) {
+      writer.StartSentence();
+    }
+    before = word;
+    writer.AddWord(word.field, word.forms[0]);
+    for (std::size_t i = 1; i < word.forms.size(); ++i) {
+      writer.AddAtSamePosition(word.field, word.forms[i]);
     }
   }
   writer.EndText("Z:\\a.txt", 0, 1);
@@ -48,45 +61,99 @@ QueryNode Phrase(std::vector<std::string> words, const CTavoFieldList& columns) 
   return node;
 }
 
-// The plain way to match, against which the index is held.
-bool Matches(const QueryNode& node, const Text& text, std::set<Place>& hits);
+// The plain way to match, against which the index is held. A match of a phrase is the list of its
+// words, as indices in the text.
+using Match = std::vector<std::size_t>;
 
-bool MatchesPhrase(const QueryNode& node, const Text& text, std::set<Place>& hits) {
-  bool found = false;
-  for (const auto& [field, words] : text) {
-    if (node.columns.IsSet(field) == 0) continue;
-    for (std::size_t at = 0; at + node.terms.size() <= words.size(); ++at) {
-      bool here = true;
-      for (std::size_t i = 0; i < node.terms.size() && here; ++i) {
-        const auto& allowed = node.terms[i].alternatives;
-        const auto& there = words[at + i];
-        here = std::find_first_of(there.begin(), there.end(), allowed.begin(), allowed.end()) !=
-               there.end();
+std::vector<Match> MatchesOfPhrase(const QueryNode& node, const Text& text) {
+  std::vector<Match> matches;
+  for (std::size_t start = 0; start < text.size(); ++start) {
+    if (node.columns.IsSet(text[start].field) == 0) continue;
+    Match match;
+    for (std::size_t at = start; at < text.size() && match.size() < node.terms.size(); ++at) {
+      if (text[at].field != text[start].field) continue;
+      const auto& allowed = node.terms[match.size()].alternatives;
+      const auto& forms = text[at].forms;
+      if (std::find_first_of(forms.begin(), forms.end(), allowed.begin(), allowed.end()) ==
+          forms.end()) {
+        break;
       }
-      if (!here) continue;
-      found = true;
-      for (std::size_t i = 0; i < node.terms.size(); ++i) {
-        hits.emplace(field, static_cast<int>(at + i));
-      }
+      match.push_back(at);
     }
+    if (match.size() == node.terms.size()) matches.push_back(match);
+  }
+  return matches;
+}
+
+std::vector<Match> MatchesOfOperand(const QueryNode& node, const Text& text) {
+  if (node.kind == QueryNode::Kind::kPhrase) return MatchesOfPhrase(node, text);
+  std::vector<Match> matches;
+  for (const QueryNode& child : node.children) {
+    for (const Match& match : MatchesOfPhrase(child, text)) matches.push_back(match);
+  }
+  return matches;
+}
+
+bool AreRelated(const Match& a, const Match& b, const QueryRelation& relation, const Text& text) {
+  if (a.front() > b.front()) return AreRelated(b, a, relation, text);
+  if (b.front() <= a.back()) return false;
+  if (relation.kind == QueryRelation::Kind::kWords) {
+    return b.front() - a.back() <= static_cast<std::size_t>(relation.words);
+  }
+  const auto group = [&](std::size_t at) {
+    return relation.kind == QueryRelation::Kind::kSentence ? text[at].sentence : text[at].paragraph;
+  };
+  return group(a.front()) == group(b.back());  // and so is everything between
+}
+
+// The words of every chain that goes on from the last match of one that was begun.
+bool FollowChains(const QueryNode& node, const Text& text, std::vector<Match>& chain,
+                  std::set<std::size_t>& words) {
+  const std::size_t next = chain.size();
+  if (next == node.children.size()) {
+    for (const Match& match : chain) words.insert(match.begin(), match.end());
+    return true;
+  }
+  bool found = false;
+  for (const Match& match : MatchesOfOperand(node.children[next], text)) {
+    if (next > 0 && !AreRelated(chain.back(), match, node.relations[next - 1], text)) continue;
+    chain.push_back(match);
+    found |= FollowChains(node, text, chain, words);
+    chain.pop_back();
   }
   return found;
 }
 
-bool Matches(const QueryNode& node, const Text& text, std::set<Place>& hits) {
-  if (node.kind == QueryNode::Kind::kPhrase) return MatchesPhrase(node, text, hits);
-  std::set<Place> own;
+bool MatchesTree(const QueryNode& node, const Text& text, std::set<std::size_t>& words) {
+  std::set<std::size_t> own;
+  std::vector<Match> chain;
   std::size_t matched = 0;
-  for (const QueryNode& child : node.children) matched += Matches(child, text, own) ? 1 : 0;
-  if (matched == 0) return false;
-  if (node.kind == QueryNode::Kind::kAnd) {
-    if (matched != node.children.size()) return false;
-    std::set<Place> ignored;
-    for (const QueryNode& child : node.excluded) {
-      if (Matches(child, text, ignored)) return false;
-    }
+  const auto matches = [&](const QueryNode& child) { return MatchesTree(child, text, own); };
+  switch (node.kind) {
+    case QueryNode::Kind::kPhrase:
+      for (const Match& match : MatchesOfPhrase(node, text)) own.insert(match.begin(), match.end());
+      if (own.empty()) return false;
+      break;
+    case QueryNode::Kind::kNear:
+      if (!FollowChains(node, text, chain, own)) return false;
+      break;
+    default:
+      for (const QueryNode& child : node.children) matched += matches(child) ? 1 : 0;
+      if (matched < (node.kind == QueryNode::Kind::kOr ? 1 : node.children.size())) return false;
+      if (std::any_of(node.excluded.begin(), node.excluded.end(), matches)) return false;
   }
-  hits.insert(own.begin(), own.end());
+  words.insert(own.begin(), own.end());
+  return true;
+}
+
+bool Matches(const QueryNode& node, const Text& text, std::set<Place>& hits) {
+  std::set<std::size_t> words;
+  if (!MatchesTree(node, text, words)) return false;
+  std::map<int, int> counts;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const int position = counts[text[i].field]++;
+    if (words.count(i) == 1) hits.emplace(text[i].field, position);
+  }
   return true;
 }
 
@@ -98,22 +165,26 @@ class RandomSearch {
 
   Text MakeText() {
     Text text;
-    for (int field = 0; field < kFields; ++field) {
-      for (unsigned i = random_() % 6; i > 0; --i) {
-        const std::string first = Word();
-        const std::string second = Word();
-        if (random_() % 4 == 0) {
-          text[field].push_back({first + "-" + second, first, second});
-        } else {
-          text[field].push_back({first});
-        }
+    TextWord next{0, {}, 1, 1};
+    for (unsigned i = random_() % 18; i > 0; --i) {
+      const std::string first = Word();
+      const std::string second = Word();
+      next.forms = {first};
+      if (random_() % 4 == 0) next.forms = {first + "-" + second, first, second};
+      text.push_back(next);
+      if (random_() % 3 == 0) next.field = static_cast<int>(random_() % kFields);
+      if (random_() % 4 == 0) ++next.sentence;
+      if (random_() % 10 == 0) {
+        ++next.sentence;
+        ++next.paragraph;
       }
     }
     return text;
   }
 
   QueryNode MakeQuery(int depth) {
-    if (depth == 0 || random_() % 3 == 0) return MakePhrase();
+    if (depth == 0 || random_() % 4 == 0) return MakePhrase();
+    if (random_() % 4 == 0) return MakeNear();
     QueryNode node;
     node.kind = random_() % 2 == 0 ? QueryNode::Kind::kAnd : QueryNode::Kind::kOr;
     for (unsigned i = random_() % 3 + 1; i > 0; --i) node.children.push_back(MakeQuery(depth - 1));
@@ -126,6 +197,25 @@ class RandomSearch {
   }
 
  private:
+  QueryNode MakeNear() {
+    QueryNode node;
+    node.kind = QueryNode::Kind::kNear;
+    node.relations.resize(random_() % 2 + 1);
+    for (QueryRelation& relation : node.relations) {
+      relation = {static_cast<QueryRelation::Kind>(random_() % 3),
+                  static_cast<int>(random_() % 4) + 1};
+    }
+    for (std::size_t i = 0; i <= node.relations.size(); ++i) {
+      node.children.push_back(MakePhrase());
+      if (random_() % 3 != 0) continue;
+      QueryNode either;
+      either.kind = QueryNode::Kind::kOr;
+      either.children = {node.children.back(), MakePhrase()};
+      node.children.back() = either;
+    }
+    return node;
+  }
+
   QueryNode MakePhrase() {
     std::vector<std::string> words{Word()};
     if (random_() % 3 == 0) words.push_back(Word());
@@ -142,7 +232,7 @@ class RandomSearch {
 TEST(Search, FindsWhatThePlainWayFinds) {
   test::TempFolder folder;
   RandomSearch make(11);
-  std::vector<Text> texts(40);
+  std::vector<Text> texts(60);
   {
     IndexWriter writer(folder.Path("a.vix"), ListOf({0, 1, 2}));
     for (Text& text : texts) AddText(writer, text = make.MakeText());
@@ -182,9 +272,14 @@ TEST(Search, BearsTheLargestQueries) {
     both.kind = QueryNode::Kind::kAnd;
     both.children = {word, word};
     both.excluded = {word, deep};
+    QueryNode near;
+    near.kind = QueryNode::Kind::kNear;
+    near.relations.resize(2);
     QueryNode either;
     either.kind = QueryNode::Kind::kOr;
-    either.children = {word, both};
+    either.children = {word, word};
+    near.children = {word, either, word};
+    either.children = {near, both};
     deep = either;
   }
   EXPECT_EQ(Search(index, deep).Find(10, FieldWeights()).total, 0);
@@ -201,10 +296,8 @@ TEST(Search, PutsTheBestFirstAndKeepsAsManyAsAsked) {
   test::TempFolder folder;
   {
     IndexWriter writer(folder.Path("a.vix"), ListOf({0, 1}));
-    AddText(writer, {{0, {{"cat"}, {"x"}}}});
-    AddText(writer, {{1, {{"cat"}, {"x"}}}});
-    AddText(writer, {{0, {{"cat"}, {"x"}}}});
-    for (int i = 0; i < 9; ++i) AddText(writer, {{0, {{"x"}, {"y"}}}});
+    for (const int field : {0, 1, 0}) AddText(writer, {{field, {"cat"}}, {field, {"x"}}});
+    for (int i = 0; i < 9; ++i) AddText(writer, {{0, {"x"}}, {0, {"y"}}});
     writer.Finish();
   }
   IndexDatabase index(folder.Path("a.vix"));
@@ -221,7 +314,9 @@ TEST(Expansion, TakesWordsOfTheColumnsUpToTheLimit) {
   test::TempFolder folder;
   {
     IndexWriter writer(folder.Path("a.vix"), ListOf({0, 1}));
-    AddText(writer, {{0, {{"car"}, {"cat"}, {"cow"}, {"\xe9t\xe9"}}}, {1, {{"cab"}, {"cat"}}}});
+    AddText(
+        writer,
+        {{0, {"car"}}, {0, {"cat"}}, {0, {"cow"}}, {0, {"\xe9t\xe9"}}, {1, {"cab"}}, {1, {"cat"}}});
     writer.Finish();
   }
   IndexDatabase index(folder.Path("a.vix"));
