@@ -4,6 +4,8 @@
 #include "Support/foundation/Paths.h"
 #include "Support/text/LangPack.h"
 #include "Support/text/ParseFile.h"
+#include "Support/text/ResultView.h"
+#include "Support/text/ViewOutput.h"
 
 namespace vemra {
 
@@ -63,13 +65,20 @@ TavoParseFile* TavoTHWrapper::GetExportParser() {
   return nullptr;
 }
 
-CTavoResultView* TavoTHWrapper::GetView(const std::string& /*documentPath*/) {
-  return nullptr;
+CTavoResultView* TavoTHWrapper::GetView(const std::string& documentPath) {
+  auto view = std::make_unique<CTavoResultView>();
+  return ReplaceViewContents(view.get(), documentPath) ? view.release() : nullptr;
 }
 
-int TavoTHWrapper::ReplaceViewContents(CTavoResultView* /*view*/,
-                                       const std::string& /*documentPath*/) {
-  return 0;
+// The view takes the document only once it is whole.
+int TavoTHWrapper::ReplaceViewContents(CTavoResultView* view, const std::string& documentPath) {
+  const auto giveBack = [this](TavoParseFile* parser) { FreeHighlightParser(parser); };
+  const std::unique_ptr<TavoParseFile, decltype(giveBack)> parser(GetViewParser(), giveBack);
+  if (view == nullptr || parser == nullptr || !parser->ParseFile(documentPath)) return 0;
+  auto* const output = dynamic_cast<TavoViewOutput*>(parser->GetOutput());
+  if (output == nullptr) return 0;
+  view->ReplaceContents(output->TakeDocument(), GetLangPack());
+  return 1;
 }
 
 void TavoTHWrapper::FreeIndexingParser(TavoParseFile* parser) {

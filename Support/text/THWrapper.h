@@ -40,12 +40,15 @@ class SUPPORT_API TavoTHWrapper : public TavoPropertyArray {
   virtual TavoParseFile* GetFieldsParser();
   virtual TavoParseFile* GetViewParser();
   virtual TavoParseFile* GetExportParser();
-  // A view that shows a document, owned by the caller (null by default), and another document in
-  // an existing one (0 by default).
+  // A new view that shows a document, owned by the caller; null when it cannot be shown. And
+  // another document in an existing one: 0, with the view as it was, when it cannot be shown. The
+  // view parser reads the document; its output is to be a TavoViewOutput. The view takes the
+  // wrapper's language pack.
   virtual CTavoResultView* GetView(const std::string& documentPath);
   virtual int ReplaceViewContents(CTavoResultView* view, const std::string& documentPath);
-  // Give a parser back: it is deleted. One that is not in the list is left alone. The view and
-  // export parsers are recorded, and given back, in whichever list their subclass chose.
+  // Give a parser back: it is deleted. One that is not in the list is left alone. View parsers are
+  // recorded in the highlight list and given back to it, export parsers in whichever list their
+  // subclass chose.
   virtual void FreeIndexingParser(TavoParseFile* parser);
   virtual void FreeHighlightParser(TavoParseFile* parser);
   virtual void FreeFieldsParser(TavoParseFile* parser);
