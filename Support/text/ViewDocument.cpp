@@ -72,7 +72,6 @@ void TavoViewDocument::AppendParagraphs(int from) {
 }
 
 void TavoViewDocument::BeginLink(std::string target) {
-  EndLink();
   newLink_ = std::move(target);
 }
 
@@ -82,7 +81,6 @@ void TavoViewDocument::EndLink() {
 }
 
 void TavoViewDocument::BeginHit() {
-  EndHit();
   newHit_ = true;
 }
 

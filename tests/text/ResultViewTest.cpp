@@ -58,10 +58,13 @@ TEST(ResultViewTest, JumpsBetweenHits) {
   EXPECT_EQ(view.GetCurrentHit(), -1);
   EXPECT_EQ(view.GoToNextHit(), 1);
   EXPECT_EQ(view.GetCurrentHit(), 1);
+  view.Select({.start = 1, .length = 4});
+  EXPECT_EQ(view.GoToNextHit(), 1);
+  EXPECT_EQ(view.GetCurrentHit(), 2) << "the next one behind all that is selected";
   EXPECT_EQ(view.GoToLastHit(), 1);
   EXPECT_EQ(view.GoToFirstHit(), 1);
   EXPECT_EQ(view.GoToHit(3), 0);
-  EXPECT_EQ(view.changes, "c" + std::string(9, 's')) << "told once of each change";
+  EXPECT_EQ(view.changes, "c" + std::string(10, 's')) << "told once of each change";
 }
 
 TEST(ResultViewTest, SelectsWhatIsInTheText) {
@@ -79,7 +82,8 @@ TEST(ResultViewTest, SelectsWhatIsInTheText) {
     view.Select(row.range);
     EXPECT_EQ(view.GetSelection(), row.selection) << row.range.start;
   }
-  view.ReplaceContents(Document("x"));
+  view.Select({.start = 1, .length = 2});
+  view.ReplaceContents(Document("abcdef"));
   EXPECT_EQ(view.GetSelection(), TavoTextRange());
 }
 

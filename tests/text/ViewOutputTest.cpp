@@ -168,7 +168,19 @@ TEST(ViewOutputTest, MarksPartsOfCompounds) {
   section->GetWordAt(2)->GetLastWord()->Mark();
   output.Write(section.release(), 1);
   EXPECT_EQ(output.GetHighlightCount(), 3);
-  EXPECT_EQ(Marked(output.TakeDocument()), "\"[well-known]\", [(]it) x-[ray]");
+  section = std::make_unique<TavoViewSection>(&output, " more");
+  section->MarkAllWords();
+  output.Write(section.release(), 1);
+  EXPECT_EQ(output.GetHighlightCount(), 4);
+  EXPECT_EQ(Marked(output.TakeDocument()), "\"[well-known]\", [(]it) x-[ray] [more]");
+
+  // Unlocked behind the output's back: printed when the document is taken.
+  TavoOutput other;
+  auto* const waiting = new TavoViewSection(&other, "waiting");
+  waiting->Lock();
+  output.Write(waiting, 1);
+  waiting->UnLock();
+  EXPECT_EQ(output.TakeDocument().GetText(), "waiting");
   output.Write(new TavoViewSection(&output, "text"), 1);
   output.ResetOutput();
   EXPECT_EQ(output.TakeDocument().GetText(), "");
