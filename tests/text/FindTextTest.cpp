@@ -18,26 +18,43 @@ int StartOf(const std::optional<TavoTextRange>& range) {
   return range ? range->start : -1;
 }
 
-// Against the standard library's search, on texts that repeat themselves.
+// Both directions against the standard library's search.
+void CheckPlaces(const std::string& text, const std::string& what, int from,
+                 const TavoLangPack* pack) {
+  SCOPED_TRACE(text + "/" + what + "/" + std::to_string(from));
+  const std::string plain = Folded(text, pack);
+  const std::size_t after = plain.find(Folded(what, pack), static_cast<std::size_t>(from));
+  ASSERT_EQ(StartOf(FindForward(text, what, from, pack)), static_cast<int>(after));
+  const int last = from - static_cast<int>(what.size());
+  const std::size_t before = last < 0
+                                 ? std::string::npos
+                                 : plain.rfind(Folded(what, pack), static_cast<std::size_t>(last));
+  ASSERT_EQ(StartOf(FindBackward(text, what, from, pack)), static_cast<int>(before));
+}
+
 TEST(FindTextTest, AgreesWithAPlainSearch) {
   const TavoLangPack* const packs[] = {nullptr, TavoLangPack::GetDefault()};
   std::mt19937 random(12);
   for (int round = 0; round < 20000; ++round) {
-    std::string text(random() % 40, ' ');
-    std::string what(1 + random() % 9, ' ');
-    for (char& c : text) c = "abAB\xE9"[random() % (round % 2 ? 5 : 2)];
-    for (char& c : what) c = "abAB\xE9"[random() % (round % 2 ? 5 : 2)];
-    const TavoLangPack* const pack = packs[random() % 2];
-    const int from = static_cast<int>(random() % (text.size() + 1));
-    SCOPED_TRACE(text + "/" + what + "/" + std::to_string(from));
-    const std::string plain = Folded(text, pack);
-    const std::size_t after = plain.find(Folded(what, pack), static_cast<std::size_t>(from));
-    ASSERT_EQ(StartOf(FindForward(text, what, from, pack)), static_cast<int>(after));
-    const int last = from - static_cast<int>(what.size());
-    const std::size_t before =
-        last < 0 ? std::string::npos
-                 : plain.rfind(Folded(what, pack), static_cast<std::size_t>(last));
-    ASSERT_EQ(StartOf(FindBackward(text, what, from, pack)), static_cast<int>(before));
+    std::string text(random() % 20, ' ');
+    std::string what(1 + random() % 5, ' ');
+    for (char& c : text) c = "abAB\xE9"[random() % 5];
+    for (char& c : what) c = "abAB\xE9"[random() % 5];
+    CheckPlaces(text, what, static_cast<int>(random() % (text.size() + 1)), packs[random() % 2]);
+  }
+}
+
+// Everything that stands in any text of eleven bytes of two kinds: all ways to repeat and overlap.
+TEST(FindTextTest, FindsWhatOverlapsItself) {
+  for (unsigned bits = 0; bits < 1U << 11; ++bits) {
+    std::string text;
+    for (unsigned i = 0; i < 11; ++i) text += bits >> i & 1 ? 'a' : 'b';
+    for (std::size_t start = 0; start < text.size(); ++start) {
+      for (std::size_t length = 1; start + length <= text.size(); ++length) {
+        CheckPlaces(text, text.substr(start, length), 0, nullptr);
+        CheckPlaces(text, text.substr(start, length), 11, nullptr);
+      }
+    }
   }
 }
 
