@@ -72,4 +72,8 @@ engine::FoundTexts QuerySession::Find(int count) {
   return search_.Find(count, MakeWeights(database_.GetFields()));
 }
 
+engine::FoundTexts QuerySession::FindSorted(int count, const engine::SortOrder& order) {
+  return search_.FindSorted(count, MakeWeights(database_.GetFields()), order);
+}
+
 }  // namespace vemra::commands

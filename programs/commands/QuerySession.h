@@ -17,6 +17,7 @@ class QuerySession {
   QuerySession(Database& database, engine::IndexDatabase& index, const std::string& query);
 
   engine::FoundTexts Find(int count);
+  engine::FoundTexts FindSorted(int count, const engine::SortOrder& order);
   std::vector<engine::Hit> FindHits(std::int64_t number) { return search_.FindHits(number); }
   // Says which patterns stand for more words than were searched; empty when none.
   const std::string& GetWarning() const { return warning_; }

@@ -11,6 +11,7 @@
 #include "programs/commands/ExitCode.h"
 #include "programs/commands/HostPaths.h"
 #include "programs/commands/QuerySession.h"
+#include "programs/commands/SortOption.h"
 
 namespace vemra::commands {
 namespace {
@@ -129,7 +130,10 @@ int RunSearch(const SearchOptions& options, Console& console) {
   Database database(options.definition);
   engine::IndexDatabase index(database.GetIndexPath());
   QuerySession session(database, index, options.query);
-  const engine::FoundTexts found = session.Find(options.count);
+  const engine::FoundTexts found =
+      options.sort.empty()
+          ? session.Find(options.count)
+          : session.FindSorted(options.count, ReadSortOption(options.sort, database));
   console.err << session.GetWarning();
 
   const std::unique_ptr<ResultPrinter> printer = MakePrinter(options.json, console);
@@ -155,6 +159,8 @@ void AddSearchCommand(CLI::App& program, Console& console, int& exitCode) {
   command->add_option("QUERY", options->query, "What to look for")->required();
   command->add_option("--count", options->count, "How many texts to print (the default: 10)")
       ->check(CLI::Range(0, kMaxCount));
+  command->add_option("--sort", options->sort,
+                      "Sort by this field instead of best first; -FIELD for descending");
   command->add_flag("--json", options->json, "Print one JSON document");
   command->callback([options, &console, &exitCode] { exitCode = RunSearch(*options, console); });
 }

@@ -10,11 +10,12 @@ class App;
 
 namespace vemra::commands {
 
-// vemra search: prints the texts that match a query, best first.
+// vemra search: prints the texts that match a query, best first or sorted by a field.
 struct SearchOptions {
   std::string definition;
   std::string query;
   int count = 10;
+  std::string sort;  // by a field, "-" before it for descending; empty: best first
   bool json = false;
 };
 

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -9,6 +10,7 @@
 #include "programs/engine/IndexDatabase.h"
 #include "programs/engine/Matcher.h"
 #include "programs/engine/Query.h"
+#include "programs/engine/SortOrder.h"
 
 namespace vemra::engine {
 
@@ -37,12 +39,16 @@ class Search {
   Search& operator=(const Search&) = delete;
 
   FoundTexts Find(int count, const FieldWeights& weights);
+  // The first count of the order, equal ones by number, instead of the best.
+  FoundTexts FindSorted(int count, const FieldWeights& weights, const SortOrder& order);
   // The hits of a text, by field and position; their words are a loan of the search. They are those
   // of the parts of the query that the text satisfies: for "(a AND b) OR c" those of a only where b
   // is there too. None when the text does not match.
   std::vector<Hit> FindHits(std::int64_t number);
 
  private:
+  std::int64_t ForEachText(const FieldWeights& weights,
+                           const std::function<void(const FoundText&)>& onText);
   bool Matches(std::int64_t number);
 
   IndexDatabase& index_;

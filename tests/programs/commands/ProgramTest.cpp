@@ -47,9 +47,16 @@ class ProgramTest : public ::testing::Test {
     ASSERT_EQ(indexed.exitCode, kDone) << indexed.err;
   }
 
+  void Append(const std::string& name, const std::string& text) const {
+    test::WriteHostFile(File(name), test::ReadHostFile(File(name)) + text);
+  }
+
   // The names of the documents that a query finds, best first.
-  std::vector<std::string> Find(const std::string& query) const {
-    const Outcome run = Vemra({"search", File("db.cfg"), query, "--json"});
+  std::vector<std::string> Find(const std::string& query,
+                                const std::vector<std::string>& more = {}) const {
+    std::vector<std::string> arguments{"search", File("db.cfg"), query, "--json"};
+    arguments.insert(arguments.end(), more.begin(), more.end());
+    const Outcome run = Vemra(arguments);
     std::vector<std::string> names;
     const Json answer = Json::parse(run.out);
     for (const Json& hit : answer["hits"]) {
@@ -99,6 +106,37 @@ TEST_F(ProgramTest, FindsByOperatorsBetweenWords) {
   EXPECT_THAT(Find("dog NOT dog /s cat"), ElementsAre("apart.txt"));
   const Outcome run = Vemra({"show", File("db.cfg"), "1", "--query", "black /5 one"});
   EXPECT_THAT(run.out, HasSubstr("[1]One dog and a [2]black cat sleep. The cat eats."));
+}
+
+TEST_F(ProgramTest, SortsByAField) {
+  const char* const pages[][3] = {{"a.html", "beta", "30"},
+                                  {"b.html", "\xc3\xa4rger", "4294967295"},
+                                  {"c.html", "", ""},
+                                  {"d.html", "beta2", "7"},
+                                  {"e.html", "alpha", "x"}};
+  for (const auto& [name, title, size] : pages) {
+    AddDocument(name, "<title>" + std::string(title) + "</title><meta name=\"size\" content=\"" +
+                          size + "\"><p>cat</p>");
+  }
+  AddDocument("f.txt", "cat");
+  ASSERT_EQ(Vemra({"create", File("db.cfg"), "--folder", File("docs")}).exitCode, kDone);
+  Append("db.ini", "[FIELD9]\nNAME=Size\nFIELDRULES=AltSort,NUMFIELD\n");
+  Append("db_html.ftd",
+         "[Field9]\nTag Number=0\nAttribute Number=1\nAttribute Path 1=*<meta>\n"
+         "Attribute Name 1=size\nAdd to Attribute Field 1=0\n");
+  ASSERT_EQ(Vemra({"index", File("db.cfg")}).exitCode, kDone);
+  EXPECT_THAT(Find("cat", {"--sort", "title"}),
+              ElementsAre("e.html", "b.html", "a.html", "d.html", "c.html", "f.txt"));
+  EXPECT_THAT(Find("cat", {"--sort", "-Title", "--count", "3"}),
+              ElementsAre("d.html", "a.html", "b.html"));
+  EXPECT_THAT(Find("cat", {"--sort", "SIZE"}),
+              ElementsAre("e.html", "d.html", "a.html", "b.html", "c.html", "f.txt"));
+  EXPECT_THAT(Find("cat", {"--sort", "-SIZE"}),
+              ElementsAre("b.html", "a.html", "d.html", "e.html", "c.html", "f.txt"));
+  const Outcome refused = Vemra({"search", File("db.cfg"), "cat", "--sort", "Author"});
+  EXPECT_EQ(refused.exitCode, kUsage);
+  EXPECT_THAT(refused.err,
+              HasSubstr("texts cannot be sorted by Author; they can by Title, Size\n"));
 }
 
 TEST_F(ProgramTest, PrintsResults) {
