@@ -245,6 +245,18 @@ TEST_F(BitArrayRecordTest, TheByteLengthBecomesRightWithTheSize) {
   EXPECT_EQ(loaded.GetTrueCount(), 0) << "no size, no bits";
 }
 
+TEST_F(BitArrayRecordTest, FreeExtraActsOnAMuchTooLongByteLength) {
+  const std::string bytes = Saved(CTavoBitArray(13, "\x81\x10"));
+  CTavoBitArray loaded(256, nullptr);
+  ASSERT_EQ(LoadBytes(bytes, loaded), 1);
+  loaded.FreeExtra();
+  EXPECT_EQ(Saved(loaded), std::string("\x0D\0\0\0\x04\0\0\0\x81\x10\0\0", 12)) << "kept: 32 bytes";
+  loaded = CTavoBitArray(257, nullptr);
+  ASSERT_EQ(LoadBytes(bytes, loaded), 1);
+  loaded.FreeExtra();
+  EXPECT_EQ(Saved(loaded), bytes) << "33 bytes are more than a word";
+}
+
 TEST_F(BitArrayRecordTest, BitsThatTheRecordLacksCountAsZero) {
   CTavoBitArray loaded;
   ASSERT_EQ(LoadBytes(std::string("\x40\0\0\0\x01\0\0\0\x81", 9), loaded), 1);

@@ -5,6 +5,7 @@
 #include <set>
 
 #include "Support/definition/Directories.h"
+#include "tests/HandleLimit.h"
 #include "tests/TempFolder.h"
 
 namespace vemra {
@@ -71,6 +72,19 @@ TEST_F(DirScanTest, AFolderThatCannotBeReadYieldsNothing) {
   EXPECT_NE(scan_.GetLastError(), 0U);
 }
 
+TEST_F(DirScanTest, ASubfolderThatCannotBeReadLeavesItsError) {
+  if (!test::HandleLimit::Works()) GTEST_SKIP() << "every folder can be read here";
+  Put("file");
+  Put("sub/hidden");
+  Paths found;
+  {
+    const test::HandleLimit limit(1);
+    found = Find(folder_.Path(), "", 1);
+  }
+  EXPECT_EQ(found, Paths{"file"});
+  EXPECT_EQ(scan_.GetLastError(), 4U) << "too many open files";
+}
+
 TEST_F(DirScanTest, DeepTreesNeedNoHandleForEachLevel) {
   // Deeper than the walk keeps listings open, so that it goes on from those that it has closed.
   fs::path deep = folder_.Host();
@@ -85,7 +99,10 @@ TEST_F(DirScanTest, DeepTreesNeedNoHandleForEachLevel) {
       expected.insert(shown + name);
     }
   }
-  EXPECT_EQ(Find(folder_.Path(), "", 1), expected);
+  {
+    const test::HandleLimit limit(50);
+    EXPECT_EQ(Find(folder_.Path(), "", 1), expected);
+  }
   CleanDirectory(folder_.Path(), 0);
   EXPECT_TRUE(fs::is_empty(folder_.Host()));
 }

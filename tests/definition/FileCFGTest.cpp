@@ -49,6 +49,7 @@ TEST_F(FileCFGTest, DerivesEverythingFromTheName) {
 TEST_F(FileCFGTest, ReadsTheGoldenFile) {
   CTavoFileCFG cfg;
   cfg.SetIDX(new CTavoFileIDX, 1);
+  cfg.SetIDX(cfg.GetIDX(), 1);  // still its own
   ASSERT_EQ(cfg.Load(Put("db.cfg", Golden("db.cfg"))), 1);
   EXPECT_EQ(cfg.GetFileINI(), folder_.Path("sub\\x.ini"));
   EXPECT_EQ(cfg.GetFileFIN(), "D:\\y.fin");
@@ -78,16 +79,16 @@ TEST_F(FileCFGTest, AnUpdateOpensTheDatabaseOnlyWhenItSucceeds) {
   ASSERT_EQ(cfg.Save(), 1);
   EXPECT_EQ(Get("db.cfg").find("Loadable"), std::string::npos) << "saving never writes it";
 
-  const platform::SetClock clock(1700000000);
   for (const bool ok : {true, false}) {
     SCOPED_TRACE(ok);
+    const platform::SetClock clock(ok ? 1700000000 : 1700009999);
     cfg.MarkUpdateStarted();
     EXPECT_FALSE(CTavoFileCFG(folder_.Path("db.cfg")).IsLoadable());
     cfg.MarkUpdateFinished(ok);
     const CTavoFileCFG stored(folder_.Path("db.cfg"));
     EXPECT_EQ(stored.IsLoadable(), ok);
     EXPECT_EQ(stored.IsLastUpdateOK(), ok);
-    EXPECT_EQ(stored.GetLastUpdateTime().GetSeconds(), 1700000000);
+    EXPECT_EQ(stored.GetLastUpdateTime().GetSeconds(), 1700000000) << "of the last good one";
   }
 }
 

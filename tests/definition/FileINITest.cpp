@@ -5,6 +5,7 @@
 
 #include <random>
 
+#include "Support/definition/FieldPathCache.h"
 #include "Support/text/Section.h"
 #include "tests/TempFolder.h"
 
@@ -95,6 +96,11 @@ TEST_F(FileINITest, LoadTakesDefaults) {
   EXPECT_EQ(definitions_.GetMaxTitleLength(), 256);
   EXPECT_EQ(definitions_.GetNumOfTitleItems(), 2) << "one without a length, one elastic too many";
   EXPECT_EQ(definitions_.GetStatusesNumber(), 0) << "no status field";
+
+  Load("[FIELD4]\nNAME=a\nFIELDRULES=Status\n[Status]\nNumber=2\n[Status 0]\nName=read\n");
+  EXPECT_EQ(definitions_.GetStatusesNumber(), 2);
+  EXPECT_EQ(definitions_.GetStatusByString(""), 1) << "a loaded one is found by no text too";
+  EXPECT_EQ(definitions_.GetStatusByName("read"), 0);
 }
 
 TEST_F(FileINITest, RolesGoToTheLastComer) {
@@ -112,6 +118,28 @@ TEST_F(FileINITest, RolesGoToTheLastComer) {
   EXPECT_EQ(definitions_.RemoveField(5), 1);
   EXPECT_EQ(Special(SpecialField::kAttribute), nullptr);
   EXPECT_EQ(Special(SpecialField::kLink), nullptr);
+}
+
+TEST_F(FileINITest, ALostRoleOrFieldLeavesTheTitle) {
+  CTavoField* link = Add(definitions_, "a", 1, "Link");
+  Add(definitions_, "b", 2);
+  for (const int fieldno : {1, 2, 1}) {
+    definitions_.AddTitleItem(std::make_unique<TavoTitleItem>(fieldno, 10));
+  }
+  definitions_.SetLinkField(definitions_.GetField(2));
+  EXPECT_FALSE(link->HasFieldRule(fieldrule::kLink));
+  EXPECT_EQ(definitions_.GetTitlePos(1), 1) << "its first item is gone";
+  EXPECT_EQ(definitions_.RemoveField(2), 1);
+  EXPECT_EQ(definitions_.GetTitlePos(2), -1);
+  EXPECT_EQ(definitions_.GetNumOfTitleItems(), 1);
+}
+
+TEST_F(FileINITest, SaveMovesAFieldThatIsNotTheGeneralOneAwayFromNumberZero) {
+  CTavoField* plain = Add(definitions_, "plain", 0);
+  definitions_.SetGeneralField(nullptr);
+  ASSERT_EQ(definitions_.Save(folder_.Path("a.ini").c_str()), 1);
+  EXPECT_EQ(plain->GetFieldno(), 1);
+  EXPECT_FALSE(definitions_.FieldExists(0));
 }
 
 TEST_F(FileINITest, HandsOutFreeNumbers) {
@@ -214,6 +242,21 @@ TEST_F(FileINITest, LooksUpTheFieldsOfAPathAsTheyAreNow) {
   }
 }
 
+TEST(FieldPathCacheTest, IsBounded) {
+  FieldPathCache cache;
+  const std::string longPath(600000, 'x');
+  const auto key = [](std::string_view path) { return FieldPathCache::Key{0, false, path, {}}; };
+  cache.Add(key("first"), {});
+  cache.Add(key(longPath), {});
+  EXPECT_NE(cache.Find(key("first"), 0), nullptr);
+  cache.Add(key(longPath.substr(1)), {});
+  EXPECT_EQ(cache.Find(key("first"), 0), nullptr) << "too much text";
+  cache.Add(key("first"), {});
+  for (int i = 0; i < 4096; ++i) cache.Add(key("<" + std::to_string(i)), {});
+  EXPECT_EQ(cache.Find(key("first"), 0), nullptr) << "too many paths";
+  EXPECT_NE(cache.Find(key("<4095"), 0), nullptr);
+}
+
 TEST_F(FileINITest, AnswersForLists) {
   Add(definitions_, "general", 0);
   Add(definitions_, "a", 1, "WILDCARD")->ReadFieldList("2");
@@ -271,7 +314,7 @@ TEST_F(FileINITest, ComposesTitles) {
   add(1, "one  two");
   add(1, "   ");
   add(1, "x");
-  add(1, "y");
+  add(1, "yz");
   add(2, "elastic text that is too long for it");
   add(3, "abc");
   add(3, "def");

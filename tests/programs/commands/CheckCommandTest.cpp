@@ -136,6 +136,11 @@ TEST_F(CheckCommandTest, ReportsEachFaultWithItsLine) {
        "from 1 to 127"},
       {"day of the month", "db.cfg", "Unit=0\r\nMask=0", "Unit=2\r\nMask=1", "Time=0", "warning",
        "from 86400 to 2764799"},
+      {"time of day", "db.cfg", "Unit=0\r\nMask=0\r\nTime=0", "Unit=1\r\nMask=1\r\nTime=86400",
+       "Time=", "warning", "from 0 to 86399"},
+      {"types without a name", "db.cfg", "File Types=2\r\n",
+       "File Types=4\r\n[FileType3]\r\nFormat=Text\r\n[FileType4]\r\nFormat=Text\r\n",
+       "[FileType3]", "error", "[FileType3] has no \"Name\"", 2},
       {"type named twice", "db.cfg", "Name=Text", "Name=HTML", "", "warning",
        "[FileType1] is named \"HTML\" too", 2},
       {"rule", "db.ini", "FIELDRULES=WILDCARD,AltSort", "FIELDRULES=WILDCARD,Altsort", "", "error",
@@ -162,6 +167,8 @@ TEST_F(CheckCommandTest, ReportsEachFaultWithItsLine) {
       {"no status field", "db.ini", "", "[Status]\r\nNumber=0\r\n", "", "warning", "rule Status"},
       {"no tag field", "db_html.ftd", "Add to Tag Field 1=0", "Add to Tag Field 1=1", "", "warning",
        "no field has the rule TAG"},
+      {"no attribute field", "db_html.ftd", "Add to Attribute Field 1=0",
+       "Add to Attribute Field 1=1", "", "warning", "no field has the rule ATTRIBUTE"},
       {"pattern", "db_html.ftd", "*<title>", "*title><", "", "warning", "can never match"},
       {"attribute", "db_html.ftd", "Attribute Name 1=author",
        "Attribute Name 1=", "Attribute Number=1", "error", "it matches no attribute"},
@@ -192,11 +199,12 @@ TEST_F(CheckCommandTest, ReportsEachFaultWithItsLine) {
       {"type section", "db.idx", "\n[Text]", "\n[Test]", "[Test]", "warning", "one is [Text]", 2},
       {"item", "db.idx", "D,Z", "d,Z", "", "error", "is no item and is skipped", 2},
       {"folder", "db.idx", "docs,S", "dogs,S", "", "warning", "there is no folder"},
+      {"unmapped folder", "db.idx", "D,Z:", "D,Q:", "", "error", "maps nowhere"},
       {"relative", "db.idx", "D,Z:", "D,..", "", "warning", "is relative", 2},
       {"blank in patterns", "db.idx", ",*.txt", ",*.txt; *.log", "", "warning",
        "the pattern \" *.log\" can never match"},
       {"folder in a pattern", "db.idx", ",*.txt", ",docs\\*.txt", "", "warning", "without its"},
-      {"long line", "db.idx", ",*.txt", ",*.txt;" + std::string(250, 'x'), "", "error", "255"},
+      {"long line", "db.idx", ",*.txt", ",*.txt;" + std::string(245, 'x'), "", "error", "255"},
   };
   for (const Fault& fault : faults) {
     SCOPED_TRACE(fault.label);
@@ -220,11 +228,23 @@ TEST_F(CheckCommandTest, ReportsEachFaultWithItsLine) {
   }
 }
 
+TEST_F(CheckCommandTest, ReportsTagRulesThatFileTypesShareOnce) {
+  Change("db.cfg", "FTD=db_text", "FTD=db_html", "FTD");
+  Change("db_html.ftd", "*<title>", "*title><", "title");
+  EXPECT_EQ(Lines(Check().out).size(), 1U) << Check().out;
+}
+
 TEST_F(CheckCommandTest, ReportsFoldersThatNoPairOfThePathMapCovers) {
   std::filesystem::create_directory(folder_.Host() / "docs" / "in");
   Change("db.cfg", "Count=0", "Count=1\r\nURL1=u\r\nPath1=" + Z(folder_, "docs\\in"), "Path1=");
   EXPECT_EQ(Lines(Check().out)[0], File("db.idx") + ":10: warning: documents of " + File("docs") +
                                        " have no URL: no path of [Path2URL] begins theirs");
+  // The folder itself, and not one below it that sorts before the rest.
+  Change("db.idx", "docs,S", "docs\\,S", "docs");
+  Change("db.cfg", "URL1=", "Path2=" + Z(folder_, "docs") + "\r\nURL2=u\r\nURL1=", "URL1");
+  Change("db.cfg", "docs\\in", "docs\\0", "docs");
+  Change("db.cfg", "Count=1", "Count=2", "Count");
+  EXPECT_THAT(Check().out, ::testing::Not(HasSubstr("have no URL")));
 }
 
 TEST_F(CheckCommandTest, ChecksTheLookAndFeel) {
