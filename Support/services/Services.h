@@ -14,3 +14,7 @@
 #include "Support/services/Trace.h"
 #include "Support/services/TraceModules.h"
 #include "Support/services/WebAction.h"
+#include "Support/services/dde/DDEServer.h"
+#include "Support/services/dde/DDEServerSystemTopic.h"
+#include "Support/services/dde/DDEStringItem.h"
+#include "Support/services/dde/DDESystemItem.h"
