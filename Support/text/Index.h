@@ -37,7 +37,7 @@ class SUPPORT_API TavoIndex {
 
   // Digits of a numeric sort key and the most bytes of any other, per field.
   int GetMaxSortKeySize() const { return maxSortKeySize_; }
-  void SetMaxSortKeySize(int size) { maxSortKeySize_ = size; }
+  void SetMaxSortKeySize(int size) { maxSortKeySize_ = size > 0 ? size : 0; }
   // Whether the engine stores the text of documents; off at first.
   bool StoresText() const { return storesText_; }
   void SetStoreText(bool store) { storesText_ = store; }

@@ -32,6 +32,18 @@ struct DropSection {
 };
 using OwnedSection = std::unique_ptr<TavoSection, DropSection>;
 
+// Counts a parse for as long as it lasts, also when it throws.
+class CountParse {
+ public:
+  explicit CountParse(int& count) : count_(count) { ++count_; }
+  CountParse(const CountParse&) = delete;
+  CountParse& operator=(const CountParse&) = delete;
+  ~CountParse() { --count_; }
+
+ private:
+  int& count_;
+};
+
 }  // namespace
 
 TavoParseFile::TavoParseFile(TavoTHWrapper* wrapper) : wrapper_(wrapper) {}
@@ -45,6 +57,7 @@ int TavoParseFile::Parse(const char* text) {
 }
 
 int TavoParseFile::Parse(TavoInput* input) {
+  const CountParse parse(parsing_);
   int result = 0;
   try {
     result = ParseInput(input);

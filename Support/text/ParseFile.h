@@ -20,6 +20,8 @@ class TavoTHWrapper;
 // highlighting, a summary) derives from the format and uses the finished sections in HandleSection.
 // The driver numbers words, sentences and paragraphs through the document, so that a text gets the
 // same numbers however the format cuts it into runs at white space, as long as each run has a word.
+// Kept: the sentence in its paragraph may differ, where a mark that ends a sentence stands before
+// the first word of the paragraph.
 // Belongs to one thread at a time. A parser takes any number of documents, also after one whose
 // parse has thrown.
 class SUPPORT_API TavoParseFile {
@@ -101,6 +103,8 @@ class SUPPORT_API TavoParseFile {
   // Whether a line feed or carriage return ends a paragraph; 0 at the start of every text.
   void SetBreakOnNewLine(int breakOnNewLine) { counters_.breakOnNewLine = breakOnNewLine; }
   int DoStopParsing() const { return stop_; }
+  // Whether a Parse operation is under way.
+  int IsParsing() const { return parsing_ > 0 ? 1 : 0; }
   const std::string& GetStopReason() const { return reason_; }  // empty unless stopped
 
   // Numbered so far in the current text.
@@ -152,6 +156,7 @@ class SUPPORT_API TavoParseFile {
   Counters counters_;
   CTavoFieldList fields_;
   int stop_ = 0;
+  int parsing_ = 0;  // parses under way, one within the other
   int enableWrite_ = 1;
 };
 

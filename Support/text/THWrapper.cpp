@@ -1,5 +1,8 @@
 #include "Support/text/THWrapper.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "Support/foundation/INIWorker.h"
 #include "Support/foundation/Paths.h"
 #include "Support/text/LangPack.h"
@@ -8,21 +11,6 @@
 #include "Support/text/ViewOutput.h"
 
 namespace vemra {
-
-namespace {
-
-using ParserList = std::vector<std::unique_ptr<TavoParseFile>>;
-
-TavoParseFile* Record(ParserList& list, std::unique_ptr<TavoParseFile> parser) {
-  list.push_back(std::move(parser));
-  return list.back().get();
-}
-
-void Free(ParserList& list, const TavoParseFile* parser) {
-  std::erase_if(list, [parser](const auto& entry) { return entry.get() == parser; });
-}
-
-}  // namespace
 
 TavoTHWrapper::TavoTHWrapper(const std::string& configPath, int fileType)
     : fileType_(fileType),
@@ -98,7 +86,39 @@ void TavoTHWrapper::SetLangPack(TavoLangPack* pack) {
 }
 
 int TavoTHWrapper::NoMoreOwners() const {
-  return indexingParsers_.empty() && highlightParsers_.empty() && fieldsParsers_.empty() ? 1 : 0;
+  const bool allParsed = std::none_of(freedParsers_.begin(), freedParsers_.end(),
+                                      [](const auto& parser) { return parser->IsParsing(); });
+  return indexingParsers_.empty() && highlightParsers_.empty() && fieldsParsers_.empty() &&
+                 allParsed
+             ? 1
+             : 0;
+}
+
+TavoParseFile* TavoTHWrapper::Record(ParserList& list, std::unique_ptr<TavoParseFile> parser) {
+  DeleteFinishedParsers();
+  list.push_back(std::move(parser));
+  return list.back().get();
+}
+
+// Out of the list first: whatever the stop or the deletion leads to sees the list without it.
+void TavoTHWrapper::Free(ParserList& list, const TavoParseFile* parser) {
+  DeleteFinishedParsers();
+  const auto found = std::find_if(list.begin(), list.end(),
+                                  [parser](const auto& entry) { return entry.get() == parser; });
+  if (found == list.end()) return;
+  std::unique_ptr<TavoParseFile> freed = std::move(*found);
+  list.erase(found);
+  if (!freed->IsParsing()) return;
+  freedParsers_.push_back(std::move(freed));
+  freedParsers_.back()->StopParsing("The parser was given back\n");
+}
+
+void TavoTHWrapper::DeleteFinishedParsers() {
+  const auto finished = std::partition(freedParsers_.begin(), freedParsers_.end(),
+                                       [](const auto& parser) { return parser->IsParsing(); });
+  ParserList deleted(std::make_move_iterator(finished),
+                     std::make_move_iterator(freedParsers_.end()));
+  freedParsers_.erase(finished, freedParsers_.end());
 }
 
 TavoParseFile* TavoTHWrapper::AddParserToIndexingList(std::unique_ptr<TavoParseFile> parser) {

@@ -46,7 +46,9 @@ class SUPPORT_API TavoTHWrapper : public TavoPropertyArray {
   // wrapper's language pack.
   virtual CTavoResultView* GetView(const std::string& documentPath);
   virtual int ReplaceViewContents(CTavoResultView* view, const std::string& documentPath);
-  // Give a parser back: it is deleted. One that is not in the list is left alone. View parsers are
+  // Give a parser back: it is deleted. One that is not in the list is left alone. One that is
+  // parsing, which may give itself back, is stopped, and deleted once its parse has ended: when the
+  // next parser is handed out or given back, or with the wrapper. View parsers are
   // recorded in the highlight list and given back to it, export parsers in whichever list their
   // subclass chose.
   virtual void FreeIndexingParser(TavoParseFile* parser);
@@ -64,7 +66,7 @@ class SUPPORT_API TavoTHWrapper : public TavoPropertyArray {
   // The strings of a filter, empty at first; the subclass that uses a filter fills it.
   std::vector<std::string>& GetFiltersArray(const std::string& name) { return filters_[name]; }
 
-  // No parser is out, so that the wrapper can be destroyed.
+  // No parser is out, or given back but parsing still, so that the wrapper can be destroyed.
   int NoMoreOwners() const;
 
  protected:
@@ -77,6 +79,9 @@ class SUPPORT_API TavoTHWrapper : public TavoPropertyArray {
   using ParserList = std::vector<std::unique_ptr<TavoParseFile>>;
 
   void LoadFileTypeDefinitions();
+  TavoParseFile* Record(ParserList& list, std::unique_ptr<TavoParseFile> parser);
+  void Free(ParserList& list, const TavoParseFile* parser);
+  void DeleteFinishedParsers();
 
   std::map<std::string, std::vector<std::string>> filters_;
   CTavoFileCFG configuration_;
@@ -88,6 +93,7 @@ class SUPPORT_API TavoTHWrapper : public TavoPropertyArray {
   ParserList indexingParsers_;
   ParserList highlightParsers_;
   ParserList fieldsParsers_;
+  ParserList freedParsers_;  // that were parsing when they were given back
 };
 
 }  // namespace vemra

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <random>
+#include <thread>
 
 #include "Support/text/Section.h"
 #include "tests/TempFolder.h"
@@ -104,6 +105,35 @@ TEST(OutputTest, KeepsOrderWhateverTheOrderOfUnlocking) {
     EXPECT_EQ(output.GetOutputBuffer(), expected);
     EXPECT_EQ(NumberedSection::alive, 0);
   }
+}
+
+// The thread of a search unlocks in its own order while the parser's thread waits for it.
+TEST(OutputTest, KeepsOrderWhenAnotherThreadUnlocks) {
+  std::mt19937 random(21);
+  TestOutput output;
+  std::string expected;
+  for (int round = 0; round < 20; ++round) {
+    std::vector<NumberedSection*> locked;
+    for (int i = 0; i < 10; ++i) {
+      output.SetCurrentField(i % 3 == 0 ? 5 : -1);
+      locked.push_back(Locked(output, std::to_string(i)));
+      output.Write(locked.back(), 1);
+      if (i % 3 != 0) {
+        expected += std::to_string(i) + "<" +
+                    std::to_string(output.GetHighlightCount() + i - i / 3 - 1) + ">";
+      }
+    }
+    std::shuffle(locked.begin(), locked.end(), random);
+    std::thread search([&locked] {
+      for (NumberedSection* section : locked) section->UnLock();
+    });
+    search.join();
+    ASSERT_EQ(output.GetOutputBuffer(), expected);
+    ASSERT_EQ(NumberedSection::alive, 0);
+  }
+  std::string field;
+  for (int round = 0; round < 20; ++round) field += "0369";
+  EXPECT_EQ(*output.GetFieldContents(5), field);
 }
 
 TEST(OutputTest, DeletesWhatIsStillQueued) {

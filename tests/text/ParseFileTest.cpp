@@ -20,15 +20,27 @@
 namespace vemra {
 namespace {
 
-// Runs of text between slashes. The run "P" asks for a paragraph, "throw" throws, a digit is the
-// field of what follows.
+// A section that counts how many live.
+class CountedSection : public TavoSection {
+ public:
+  CountedSection(TavoOutput* output, const std::string& text) : TavoSection(output, text) {
+    ++alive;
+  }
+  ~CountedSection() override { --alive; }
+  static inline int alive = 0;
+};
+
+// Runs of text between slashes. The run "P" asks for a paragraph, "throw" throws, "stop" stops,
+// "free" gives the parser back, a digit is the field of what follows.
 class RunParser : public TavoParseFile {
  public:
   using TavoParseFile::TavoParseFile;
 
   TavoIndex* index = nullptr;  // indexes when set, else highlights
   int breakOnNewLine = 0;
-  std::string places;  // word, sentence, paragraph of each section
+  bool countSentences = true;  // in the numbers, the sentence in its paragraph
+  std::string places;          // word, sentence, paragraph of each section
+  std::string numbers;         // all numbers of each word
 
  protected:
   int ParseInput(TavoInput* input) override {
@@ -37,6 +49,8 @@ class RunParser : public TavoParseFile {
     while (!input->AtEOF() && !DoStopParsing()) {
       std::string run = input->GetUpTo('/', 1);
       if (run == "throw") throw std::runtime_error(run);
+      if (run == "stop") StopParsing(run);
+      if (run == "free") GetWrapper()->FreeHighlightParser(this);
       if (run == "P") {
         SetNewParagraph();
       } else if (run.size() == 1 && run[0] >= '0' && run[0] <= '9') {
@@ -50,7 +64,20 @@ class RunParser : public TavoParseFile {
     return OnEnd();
   }
 
+  std::unique_ptr<TavoSection> CreateSection(const std::string& text) override {
+    return std::make_unique<CountedSection>(GetOutput(), text);
+  }
+
   void HandleSection(TavoSection* section) override {
+    for (const TavoWord* word = section->GetFirstWord(); word; word = section->GetNextWord(word)) {
+      for (const int number : {section->GetWordPosition() + word->GetNumber(),
+                               section->GetWordSentence(word), section->GetWordParagraph(word),
+                               section->GetWordInSentence(word), section->GetWordInParagraph(word),
+                               countSentences ? section->GetSentenceInParagraph(word) : 0}) {
+        numbers += std::to_string(number) + ",";
+      }
+      numbers += " ";
+    }
     places += std::to_string(section->GetWordPosition()) + "," +
               std::to_string(section->GetSentencePosition()) + "," +
               std::to_string(section->GetParagraphPosition()) + " ";
@@ -133,6 +160,14 @@ std::string CutAtWhiteSpace(const std::string& text, std::mt19937& random) {
   return cut;
 }
 
+// Whether a mark that ends a sentence stands between a line end and the next word.
+bool StartsParagraphWithMark(const std::string& text) {
+  for (std::size_t at = 0; (at = text.find('\n', at)) != std::string::npos; ++at) {
+    if (text.find_first_of(".!", at) < text.find_first_of("abc", at)) return true;
+  }
+  return false;
+}
+
 TEST_F(ParseFileTest, NumbersDoNotDependOnTheCuts) {
   std::mt19937 random(4);
   test::RecordingEngine engine;
@@ -143,18 +178,22 @@ TEST_F(ParseFileTest, NumbersDoNotDependOnTheCuts) {
     std::string text = "a";
     for (std::size_t i = random() % 25; i > 0; --i) text += kPieces[random() % std::size(kPieces)];
     parser.breakOnNewLine = static_cast<int>(random() % 2);
+    parser.countSentences = !parser.breakOnNewLine || !StartsParagraphWithMark(text);
     SCOPED_TRACE(text);
     parser.Parse(text.c_str());
     const std::string whole = engine.Take();
+    const std::string words = std::exchange(parser.numbers, "");
     const int numbers[] = {parser.GetLastWordNumber(), parser.GetSentenceNumber(),
                            parser.GetParagraphNumber()};
     std::string cut = CutAtWhiteSpace(text, random);
     // The last run may be left without a word: it then counts for nothing, by the rules.
     const std::size_t last = cut.rfind('/');
     if (last != std::string::npos && cut.find_first_of("abc", last) == std::string::npos) continue;
+    parser.numbers.clear();
     SCOPED_TRACE(cut);
     parser.Parse(cut.c_str());
     ASSERT_EQ(engine.Take(), whole);
+    ASSERT_EQ(std::exchange(parser.numbers, ""), words);
     ASSERT_EQ(parser.GetLastWordNumber(), numbers[0]);
     ASSERT_EQ(parser.GetSentenceNumber(), numbers[1]);
     ASSERT_EQ(parser.GetParagraphNumber(), numbers[2]);
@@ -239,20 +278,36 @@ TEST_F(ParseFileTest, SummarisesUntilThereIsEnough) {
   EXPECT_EQ(parser.IsWrite(), 1);
 }
 
-TEST_F(ParseFileTest, LeavesNothingBehindWhenTheFormatThrows) {
-  test::HitSearch search;
-  search.late = true;
-  for (const auto mode :
-       {TavoHighlightWrapper::kWholeDocument, TavoHighlightWrapper::kAroundFirstHit}) {
-    TavoHighlightWrapper highlight(mode, &search, 4);
-    parser.SetHighlightWrapper(&highlight);
-    EXPECT_THROW(parser.Parse("0/P/a/b hit/1/c/throw/d"), std::runtime_error);
-    EXPECT_EQ(parser.GetOutput()->TryPrintAll(), 1);
-    parser.SetHighlightWrapper(nullptr);
-    parser.places.clear();
-    parser.Parse("e");
-    EXPECT_EQ(parser.places, "1,0,0 ");
-    EXPECT_EQ(parser.GetOutput()->GetOutputBuffer(), "e");
+// However a parse ends, no section stays, no search is left waiting, and the next document is
+// shown whole.
+TEST_F(ParseFileTest, LeavesNothingBehind) {
+  for (const char* end : {"throw", "stop", "e"}) {
+    for (const bool late : {false, true}) {
+      for (const auto mode :
+           {TavoHighlightWrapper::kWholeDocument, TavoHighlightWrapper::kFirstWords,
+            TavoHighlightWrapper::kAroundFirstHit}) {
+        SCOPED_TRACE(std::string(end) + (late ? " late " : " ") + std::to_string(mode));
+        test::HitSearch search;
+        search.late = late;
+        TavoHighlightWrapper highlight(mode, &search, 40);
+        parser.SetHighlightWrapper(&highlight);
+        const std::string document = "0/P/a/b c/1/d/" + std::string(end) + "/hit";
+        if (end == std::string("throw")) {
+          EXPECT_THROW(parser.Parse(document.c_str()), std::runtime_error);
+        } else {
+          parser.Parse(document.c_str());
+        }
+        EXPECT_EQ(parser.IsParsing(), 0);
+        EXPECT_EQ(parser.GetOutput()->TryPrintAll(), 1);
+        EXPECT_EQ(CountedSection::alive, 0);
+        EXPECT_EQ(highlight.IsEnough(), 0);
+        parser.SetHighlightWrapper(nullptr);
+        parser.places.clear();
+        parser.Parse("e");
+        EXPECT_EQ(parser.places, "1,0,0 ");
+        EXPECT_EQ(parser.GetOutput()->GetOutputBuffer(), "e");
+      }
+    }
   }
 }
 
@@ -265,7 +320,65 @@ class RunWrapper : public TavoTHWrapper {
   TavoParseFile* GetIndexingParser(TavoIndex* /*index*/) override {
     return AddParserToIndexingList(std::make_unique<RunParser>(this));
   }
+  TavoParseFile* GetHighlightParser(TavoHighlightWrapper* highlight) override {
+    auto parser = std::make_unique<RunParser>(this);
+    parser->SetHighlightWrapper(highlight);
+    return AddParserToHighlightList(std::move(parser));
+  }
 };
+
+TEST(THWrapperTest, AParserMayGiveItselfBack) {
+  for (const char* document : {"a/hit/free/b", "a/hit/free/b/throw"}) {
+    SCOPED_TRACE(document);
+    test::HitSearch search;
+    search.late = true;
+    TavoHighlightWrapper highlight(TavoHighlightWrapper::kWholeDocument, &search);
+    RunWrapper wrapper("Z:\\no\\such.cfg", 0);
+    TavoParseFile* const parser = wrapper.GetHighlightParser(&highlight);
+    EXPECT_EQ(parser->Parse(document), 1);
+    EXPECT_EQ(parser->GetOutput()->GetOutputBuffer(), "ahitfree") << "stopped, and there still";
+    EXPECT_EQ(wrapper.NoMoreOwners(), 1);
+    wrapper.FreeHighlightParser(parser);
+    EXPECT_EQ(CountedSection::alive, 0);
+  }
+}
+
+// Gives back the parser of what is embedded in its documents when it goes itself, and tells whether
+// the wrapper could be destroyed while it parses.
+class OuterParser : public RunParser {
+ public:
+  OuterParser(TavoTHWrapper* wrapper, TavoParseFile* inner) : RunParser(wrapper), inner_(inner) {}
+  ~OuterParser() override { GetWrapper()->FreeFieldsParser(inner_); }
+
+ protected:
+  void HandleSection(TavoSection* section) override {
+    GetWrapper()->FreeFieldsParser(this);
+    EXPECT_EQ(GetWrapper()->NoMoreOwners(), 0);
+    RunParser::HandleSection(section);
+  }
+
+ private:
+  TavoParseFile* inner_;
+};
+
+class OuterWrapper : public RunWrapper {
+ public:
+  using RunWrapper::RunWrapper;
+  TavoParseFile* GetOuterParser() {
+    TavoParseFile* const inner = GetFieldsParser();
+    return AddParserToFieldsList(std::make_unique<OuterParser>(this, inner));
+  }
+};
+
+TEST(THWrapperTest, AParserMayGiveBackAnother) {
+  OuterWrapper wrapper("Z:\\no\\such.cfg", 0);
+  wrapper.FreeFieldsParser(wrapper.GetOuterParser());
+  EXPECT_EQ(wrapper.NoMoreOwners(), 1);
+  wrapper.GetOuterParser()->Parse("a/b");
+  EXPECT_EQ(wrapper.NoMoreOwners(), 0) << "the inner one is out";
+  wrapper.FreeFieldsParser(nullptr);
+  EXPECT_EQ(wrapper.NoMoreOwners(), 1);
+}
 
 TEST(THWrapperTest, KeepsItsParsersUntilTheyAreGivenBack) {
   RunWrapper wrapper("Z:\\no\\such.cfg", 0);
