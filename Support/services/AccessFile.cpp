@@ -34,10 +34,17 @@ std::string Describe(const std::string& path, const std::system_error& error) {
 }  // namespace
 
 int AccessFile::Open(std::string* error) {
+  return Open(TavoFile::Access::kReadWrite, TavoFile::Creation::kOpenOrCreate, error);
+}
+
+int AccessFile::OpenToLook(std::string* error) {
+  return Open(TavoFile::Access::kRead, TavoFile::Creation::kOpenExisting, error);
+}
+
+int AccessFile::Open(TavoFile::Access access, TavoFile::Creation creation, std::string* error) {
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
     try {
-      file_.Open(path_, TavoFile::Access::kReadWrite, TavoFile::Creation::kOpenOrCreate,
-                 TavoFile::Share::kDenyWrite);
+      file_.Open(path_, access, creation, TavoFile::Share::kDenyWrite);
       return 1;
     } catch (const std::system_error& failure) {
       if (failure.code().value() != static_cast<int>(platform::kSharingViolation)) {

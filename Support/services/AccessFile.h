@@ -27,6 +27,8 @@ class SUPPORT_API AccessFile {
   // fifth with *error unchanged (kept: programs tell a busy file from a failure by that), and after
   // any other failure with *error "PATH: REASON.".
   int Open(std::string* error);
+  // The same, for reading only: writes nothing, and a missing file is a failure.
+  int OpenToLook(std::string* error);
   bool IsOpen() const { return file_.IsOpen(); }
 
   // Hands each line that is no comment, with its line end, to take, which returns 0 when the line
@@ -42,6 +44,7 @@ class SUPPORT_API AccessFile {
   int Write(const std::vector<AccessEntry>& entries, std::string* error);
 
  private:
+  int Open(TavoFile::Access access, TavoFile::Creation creation, std::string* error);
   void Replace(const std::string& text);
 
   std::string path_;

@@ -42,9 +42,11 @@ std::string TavoDBAccess::MakeKey(const char* name, std::uint32_t threadId) {
 // --- the cycle ---
 
 int TavoDBAccess::RunCycle(const std::function<int()>& act) {
+  refused_ = false;
   AccessFile file = ReadFile();
   if (!file.IsOpen()) return 0;
   const int result = act();
+  refused_ = result == 0;
   return WriteFile(file) != 0 ? result : 0;
 }
 

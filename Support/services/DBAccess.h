@@ -80,6 +80,9 @@ class SUPPORT_API TavoDBAccess {
   int GetIndexingStatus() const { return status_; }
   // Every holder known, in the order of the file's lines.
   std::vector<AccessEntry> GetHolders() const;
+  // Whether the last operation read the file and was refused. Of one that returned 0 otherwise, the
+  // file could not be opened, read or written.
+  bool WasRefused() const { return refused_; }
   // Whether the last successful GetIndexingAccess found the line that it renewed in the file. When
   // it did not, the line is new, and others may have had the database in between.
   bool WasRenewed() const { return renewed_; }
@@ -124,6 +127,7 @@ class SUPPORT_API TavoDBAccess {
   Entries entries_;  // by MakeKey of a searcher, by name of an indexer
   DateTime now_;
   std::uint32_t ownerThread_;
+  bool refused_ = false;
   bool renewed_ = false;
 };
 

@@ -6,6 +6,7 @@
 #include "Support/foundation/Paths.h"
 #include "Support/text/LangPack.h"
 #include "programs/commands/CommandError.h"
+#include "programs/commands/Configuration.h"
 #include "programs/commands/HostPaths.h"
 #include "programs/commands/SettingsLine.h"
 #include "programs/engine/IndexDatabase.h"
@@ -21,17 +22,10 @@ bool IsFile(const std::string& path) {
 }  // namespace
 
 Database::Database(const std::string& hostPath) : path_(PathFromPerson(hostPath)) {
-  LoadConfiguration();
+  configuration_.SetIDX(&list_, /*owner=*/0);
+  LoadConfiguration(path_, configuration_);
   LoadPack();
   LoadFields();
-}
-
-void Database::LoadConfiguration() {
-  if (!IsFile(path_)) throw CommandError(PathForPerson(path_) + ": there is no such database");
-  configuration_.SetIDX(&list_, /*owner=*/0);
-  if (configuration_.Load(path_) != 0) return;
-  throw CommandError(AtSetting(path_, "General Definitions", "IndexName",
-                               "[General Definitions] has no IndexName, or it cannot be read"));
 }
 
 void Database::LoadPack() {

@@ -36,7 +36,6 @@ class Database {
   std::unique_ptr<FormatWrapper> MakeFormatWrapper(int fileType) const;
 
  private:
-  void LoadConfiguration();
   void LoadPack();
   void LoadFields();
 

@@ -8,9 +8,8 @@
 #include "Support/foundation/HostPath.h"
 #include "Support/foundation/Paths.h"
 #include "Support/text/LangPack.h"
-#include "programs/commands/CommandError.h"
+#include "programs/commands/Configuration.h"
 #include "programs/commands/HostPaths.h"
-#include "programs/commands/SettingsLine.h"
 #include "programs/engine/EngineError.h"
 #include "programs/engine/IndexDatabase.h"
 
@@ -80,17 +79,10 @@ void ReadFiles(const CTavoFileCFG& configuration, const CTavoFileIDX& fileTypes,
 }  // namespace
 
 DatabaseStatus ReadDatabaseStatus(const std::string& definition) {
-  const std::string path = PathFromPerson(definition);
-  if (!fs::is_regular_file(ToHostPath(path))) {
-    throw CommandError(PathForPerson(path) + ": there is no such database");
-  }
   CTavoFileIDX fileTypes;
   CTavoFileCFG configuration;
   configuration.SetIDX(&fileTypes, /*owner=*/0);
-  if (configuration.Load(path) == 0) {
-    throw CommandError(AtSetting(path, "General Definitions", "IndexName",
-                                 "[General Definitions] has no IndexName, or it cannot be read"));
-  }
+  LoadConfiguration(PathFromPerson(definition), configuration);
   DatabaseStatus status;
   status.name = configuration.GetIndexName();
   status.language = configuration.GetLanguage();

@@ -13,6 +13,8 @@ namespace {
 
 // Every document is the whole of its file.
 constexpr int kFirstInFile = 1;
+// Far more than putting a large index in order takes.
+constexpr TimeSpan kFinishTerm(3600);
 
 std::int64_t FileBytes(const std::string& path) {
   std::error_code error;
@@ -33,10 +35,10 @@ std::int64_t CountFiles(const CTavoFileIDX& list) {
   return count;
 }
 
-IndexRun::IndexRun(Database& database, Progress& progress, const StopSignal& stop)
+IndexRun::IndexRun(Database& database, Progress& progress, IndexingAccess& access)
     : database_(database),
       progress_(progress),
-      stop_(stop),
+      access_(access),
       writer_(database.GetIndexPath(), database.GetFields().GetDefinedFields()),
       callbacks_(writer_, [this](const char* text, unsigned long) { OnMessage(text); }) {
   dictionary_.Open(database.GetConfiguration().GetFileFIN());
@@ -44,11 +46,12 @@ IndexRun::IndexRun(Database& database, Progress& progress, const StopSignal& sto
 
 bool IndexRun::IndexAll() {
   const int fileTypes = database_.GetIndexList().GetNumOfFileTypes();
-  for (int i = 0; i < fileTypes && !stop_.IsSet(); ++i) IndexFileType(i);
-  return !stop_.IsSet();
+  for (int i = 0; i < fileTypes && !access_.IsStopRequested(); ++i) IndexFileType(i);
+  return !access_.IsStopRequested();
 }
 
 void IndexRun::Finish(bool complete) {
+  access_.KeepFor(kFinishTerm);
   // Stopped before its first document, the run leaves the old index as it was.
   if (complete) {
     writer_.Finish();
@@ -65,7 +68,7 @@ void IndexRun::IndexFileType(int fileType) {
   const CTavoFileType& files = *database_.GetIndexList().GetFileType(fileType);
   POSITION position = files.GetStartPosition();
   std::string path;
-  while (!stop_.IsSet() && files.GetNextFilePath(position, path) != 0) {
+  while (!access_.IsStopRequested() && files.GetNextFilePath(position, path) != 0) {
     IndexFile(index, *parser, fileType, path);
   }
   CTavoFileType::CloseScan(position);
@@ -92,6 +95,7 @@ void IndexRun::StoreText(const std::string& path, int fileType) {
         engine::Fault::kFailed,
         PathForPerson(database_.GetConfiguration().GetFileFIN()) + ": cannot be written");
   }
+  access_.Keep();  // the text may complete a batch, which is then stored
   const engine::TextRecord& text = writer_.EndText(path, fileType, FileBytes(path));
   ++figures_.files;
   figures_.words += text.words;

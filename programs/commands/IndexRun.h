@@ -5,8 +5,9 @@
 
 #include "Support/definition/FileDict.h"
 #include "programs/commands/Database.h"
+#include "programs/commands/IndexingAccess.h"
 #include "programs/commands/Progress.h"
-#include "programs/commands/StopSignal.h"
+
 #include "programs/engine/EngineCallbacks.h"
 #include "programs/engine/IndexWriter.h"
 
@@ -35,11 +36,12 @@ std::int64_t CountFiles(const CTavoFileIDX& list);
 class IndexRun {
  public:
   // The database's index list is loaded. Takes the place of the writer; throws EngineError.
-  IndexRun(Database& database, Progress& progress, const StopSignal& stop);
+  IndexRun(Database& database, Progress& progress, IndexingAccess& access);
 
-  // Indexes everything, or up to the stop signal; false when stopped.
+  // Indexes everything, or up to the request to stop; false when stopped. It keeps up the access,
+  // and throws LockedError when that is lost; what is not stored by then is lost.
   bool IndexAll();
-  // Ends the index when all was indexed, or stores what there is.
+  // Ends the index when all was indexed, or stores what there is. LockedError as above.
   void Finish(bool complete);
   const IndexFigures& GetFigures() const { return figures_; }
 
@@ -52,7 +54,7 @@ class IndexRun {
 
   Database& database_;
   Progress& progress_;
-  const StopSignal& stop_;
+  IndexingAccess& access_;
   engine::IndexWriter writer_;
   engine::EngineCallbacks callbacks_;
   CTavoFileDict dictionary_;

@@ -4,17 +4,20 @@
 #include <algorithm>
 #include <ostream>
 
+#include "programs/commands/AccessCommand.h"
 #include "programs/commands/CheckCommand.h"
 #include "programs/commands/CommandError.h"
 #include "programs/commands/ConfigCommand.h"
 #include "programs/commands/CreateCommand.h"
 #include "programs/commands/ExitCode.h"
 #include "programs/commands/IndexCommand.h"
+#include "programs/commands/LockedError.h"
 #include "programs/commands/PackCommand.h"
 #include "programs/commands/RegistryCommand.h"
 #include "programs/commands/SearchCommand.h"
 #include "programs/commands/ShowCommand.h"
 #include "programs/commands/StatusCommand.h"
+#include "programs/commands/StopCommand.h"
 #include "programs/engine/EngineError.h"
 
 namespace vemra::commands {
@@ -43,7 +46,7 @@ int RunProgram(std::vector<std::string> arguments, Console& console) {
   program.require_subcommand(1);
   program.footer(
       "Exit codes: 0 found or done, 1 nothing found or stopped, 2 wrong usage or configuration,\n"
-      "3 the index is being written, 4 the index is damaged.");
+      "3 locked: somebody else holds the database, 4 the index is damaged.");
   int exitCode = kDone;
   AddCreateCommand(program, console, exitCode);
   AddIndexCommand(program, console, exitCode);
@@ -51,6 +54,8 @@ int RunProgram(std::vector<std::string> arguments, Console& console) {
   AddShowCommand(program, console, exitCode);
   AddCheckCommand(program, console, exitCode);
   AddStatusCommand(program, console, exitCode);
+  AddAccessCommand(program, console, exitCode);
+  AddStopCommand(program, console, exitCode);
   AddRegistryCommand(program, console, exitCode);
   AddConfigCommand(program, console, exitCode);
   AddPackCommand(program, console, exitCode);
@@ -62,6 +67,9 @@ int RunProgram(std::vector<std::string> arguments, Console& console) {
   } catch (const CommandError& error) {
     Report(console, error.what());
     exitCode = kUsage;
+  } catch (const LockedError& error) {
+    Report(console, error.what());
+    exitCode = kLocked;
   } catch (const engine::EngineError& error) {
     Report(console, error.what());
     exitCode = ExitCodeOf(error.GetFault());

@@ -11,6 +11,7 @@
 #include "programs/commands/ExitCode.h"
 #include "programs/commands/HostPaths.h"
 #include "programs/commands/QuerySession.h"
+#include "programs/commands/SearchAccess.h"
 #include "programs/commands/SortOption.h"
 
 namespace vemra::commands {
@@ -128,6 +129,7 @@ std::unique_ptr<ResultPrinter> MakePrinter(bool json, Console& console) {
 
 int RunSearch(const SearchOptions& options, Console& console) {
   Database database(options.definition);
+  const SearchAccess access(database.GetConfiguration());
   engine::IndexDatabase index(database.GetIndexPath());
   QuerySession session(database, index, options.query);
   const engine::FoundTexts found =

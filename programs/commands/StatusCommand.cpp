@@ -2,8 +2,6 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <chrono>
-#include <cstdio>
 #include <iomanip>
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -14,34 +12,15 @@
 #include "programs/commands/DatabaseStatus.h"
 #include "programs/commands/ExitCode.h"
 #include "programs/commands/Languages.h"
+#include "programs/commands/TimeText.h"
 
 namespace vemra::commands {
 namespace {
 
 using Json = nlohmann::ordered_json;
 
-// For people, in local time: 2024-03-07 09:05:03.
-std::string LocalText(DateTime time) {
-  const LocalTime local = time.GetLocal();
-  char text[80];
-  std::snprintf(text, sizeof text, "%04d-%02d-%02d %02d:%02d:%02d", local.year, local.month,
-                local.day, local.hour, local.minute, local.second);
-  return text;
-}
-
-// For programs: 2024-03-07T08:05:03Z, or null for never.
 Json JsonTime(DateTime time) {
-  if (time == DateTime()) return nullptr;
-  const std::chrono::sys_seconds seconds{std::chrono::seconds(time.GetSeconds())};
-  const auto day = std::chrono::floor<std::chrono::days>(seconds);
-  const std::chrono::year_month_day date(day);
-  const std::chrono::hh_mm_ss clock(seconds - day);
-  char text[80];
-  std::snprintf(text, sizeof text, "%04d-%02u-%02uT%02d:%02d:%02dZ", static_cast<int>(date.year()),
-                static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()),
-                static_cast<int>(clock.hours().count()), static_cast<int>(clock.minutes().count()),
-                static_cast<int>(clock.seconds().count()));
-  return text;
+  return time == DateTime() ? Json() : Json(UtcText(time));
 }
 
 // With blanks between the thousands.

@@ -324,6 +324,8 @@ TEST_F(ProgramTest, LeavesWholeTextsWhenItIsEnded) {
   EXPECT_TRUE(WIFSIGNALED(status)) << "it was done before it could be ended";
   ExpectWholeTexts(index);
   EXPECT_LT(TextsNow(index), kDocuments);
+  // Else it would be waited for until it expires.
+  EXPECT_EQ(Vemra({"access", db, "--release", "--yes"}).exitCode, kDone);
 
   status = StopIndexing(db, index, TextsNow(index), SIGINT);
   ASSERT_TRUE(WIFEXITED(status));

@@ -1,0 +1,215 @@
+#include "programs/commands/AccessCommand.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <nlohmann/json.hpp>
+
+#include "Support/services/DBAccess.h"
+#include "programs/commands/ExitCode.h"
+#include "programs/commands/IndexingAccess.h"
+#include "programs/commands/LockedError.h"
+#include "tests/posix/Processes.h"
+#include "tests/programs/commands/RunVemra.h"
+
+namespace vemra::commands {
+namespace {
+
+using ::testing::HasSubstr;
+using Json = nlohmann::json;
+
+// An indexed database whose name no other test has, since the stop event goes by that name.
+class AccessCommandTest : public ::testing::Test {
+ protected:
+  static void SetUpTestSuite() { UseOwnRegistry(); }
+
+  void SetUp() override {
+    name_ = folder_.Host().filename().string();
+    db_ = (folder_.Host() / (name_ + ".cfg")).string();
+    std::filesystem::create_directory(folder_.Host() / "docs");
+    for (int i = 0; i < 3; ++i) AddDocument(i);
+    ASSERT_EQ(RunVemra({"create", db_, "--folder", (folder_.Host() / "docs").string()}).exitCode,
+              kDone);
+    ASSERT_EQ(RunVemra({"index", db_}).exitCode, kDone);
+  }
+
+  void AddDocument(int number) const {
+    test::WriteHostFile(folder_.Host() / "docs" / (std::to_string(number) + ".txt"), "cat");
+  }
+  std::filesystem::path AccessFile() const { return folder_.Host() / (name_ + ".acc"); }
+  // Holds the database in somebody else's name.
+  void Hold(const std::string& name, std::uint32_t thread = 0x1A4, int seconds = 600) const {
+    const DateTime now = DateTime::Now();
+    test::WriteHostFile(AccessFile(),
+                        test::ReadHostFile(AccessFile()) +
+                            FormatAccessLine({now, now, now + TimeSpan(seconds), thread, name}));
+  }
+  Outcome Vemra(std::vector<std::string> arguments) const {
+    arguments.insert(arguments.begin() + 1, db_);
+    return RunVemra(arguments);
+  }
+  Outcome Answer(const std::string& answers, const std::string& holder = "") const {
+    std::ostringstream out;
+    std::ostringstream err;
+    std::istringstream in(answers);
+    Console console{out, err};
+    const int exitCode =
+        RunAccess({.definition = db_, .release = true, .holder = holder}, console, in);
+    return {exitCode, out.str(), err.str()};
+  }
+
+  test::TempFolder folder_;
+  std::string name_;
+  std::string db_;
+};
+
+TEST_F(AccessCommandTest, CommandsLeaveNoLineBehind) {
+  EXPECT_EQ(Vemra({"search", "cat"}).exitCode, kDone);
+  EXPECT_EQ(Vemra({"search", "dog"}).exitCode, kNothingFound);
+  EXPECT_EQ(Vemra({"search", "(cat"}).exitCode, kUsage);
+  EXPECT_EQ(Vemra({"show", "1"}).exitCode, kDone);
+  EXPECT_EQ(test::ReadHostFile(AccessFile()), "");
+  EXPECT_EQ(Vemra({"access"}).out, name_ + ": free\n");
+}
+
+TEST_F(AccessCommandTest, ARefusalNamesTheHolder) {
+  Hold("[Indexing]");
+  for (const auto& [command, argument] : {std::pair("search", "cat"), {"show", "1"}}) {
+    const Outcome run = Vemra({command, argument});
+    EXPECT_EQ(run.exitCode, kLocked);
+    EXPECT_THAT(run.err, HasSubstr("Indexing in progress; searches are not allowed."));
+    EXPECT_THAT(run.err, HasSubstr("[Indexing] of thread 1A4, last renewed "));
+  }
+  const Outcome run = Vemra({"index", "--wait", "0"});
+  EXPECT_EQ(run.exitCode, kLocked);
+  EXPECT_THAT(run.err, HasSubstr("others hold the database\n  [Indexing] of thread 1A4"));
+}
+
+TEST_F(AccessCommandTest, AnIndexerWaitsForSearchesAndTakesItsRequestBack) {
+  Hold("SERVER7");
+  const Outcome run = Vemra({"index", "--wait", "1"});
+  EXPECT_EQ(run.exitCode, kLocked);
+  EXPECT_THAT(run.err, HasSubstr("waiting for up to 1 seconds\n  SERVER7:1A4, last renewed"));
+  EXPECT_THAT(run.err, ::testing::Not(HasSubstr("[IndexRequest]")));
+  EXPECT_EQ(Vemra({"search", "cat"}).exitCode, kDone) << "no request is left";
+}
+
+// One term after the indexer has seen it first.
+TEST_F(AccessCommandTest, AnIndexerOutlastsADeadOne) {
+  Hold("[Indexing]", 0x1A4, 1);
+  const Outcome run = Vemra({"index", "--wait", "10"});
+  EXPECT_EQ(run.exitCode, kDone) << run.err;
+  EXPECT_THAT(run.err, HasSubstr("waiting for up to 10 seconds\n  [Indexing] of thread 1A4"));
+  EXPECT_EQ(test::ReadHostFile(AccessFile()), "");
+}
+
+TEST_F(AccessCommandTest, ShowsWhoHoldsTheDatabase) {
+  Hold("SERVER7", 0x2F0);
+  Hold("[IndexRequest]", 0x1A4, -1);
+  const Outcome run = Vemra({"access"});
+  EXPECT_EQ(run.exitCode, kDone) << run.err;
+  EXPECT_THAT(run.out, HasSubstr(name_ + ": requested\n  SERVER7:2F0, last renewed "));
+  EXPECT_THAT(run.out, HasSubstr(", expired by this computer's clock\n"));
+  const Json access = Json::parse(Vemra({"access", "--json"}).out);
+  EXPECT_EQ(access["status"], "requested");
+  ASSERT_EQ(access["holders"].size(), 2U);
+  EXPECT_EQ(access["holders"][0]["kind"], "search");
+  EXPECT_EQ(access["holders"][0]["computer"], "SERVER7");
+  EXPECT_EQ(access["holders"][0]["thread"], 0x2F0);
+  EXPECT_EQ(access["holders"][0]["expired"], false);
+  EXPECT_TRUE(access["holders"][1]["computer"].is_null());
+  EXPECT_EQ(access["holders"][1]["expired"], true);
+}
+
+TEST_F(AccessCommandTest, RemovesALineThatAPersonKnowsToBeDead) {
+  Hold("[Indexing]");
+  Hold("SERVER7");
+  EXPECT_EQ(Vemra({"access", "--release", "--yes"}).exitCode, kUsage) << "which of them?";
+  EXPECT_EQ(Vemra({"access", "--release", "--yes", "--holder", "X"}).exitCode, kNothingFound);
+  EXPECT_EQ(Answer("n\n").exitCode, kNothingFound);
+  EXPECT_EQ(Answer("").exitCode, kNothingFound);
+  const Outcome run = Answer("n\ny\n");
+  EXPECT_EQ(run.exitCode, kDone);
+  EXPECT_EQ(run.out, "Removed SERVER7:1A4\n");
+  EXPECT_EQ(Vemra({"search", "cat"}).exitCode, kLocked);
+  EXPECT_EQ(Answer("y\n", "[Indexing]").out, "Removed [Indexing] of thread 1A4\n");
+  EXPECT_EQ(Vemra({"search", "cat"}).exitCode, kDone);
+}
+
+TEST_F(AccessCommandTest, SaysWhatIsWrongWithTheAccessFile) {
+  test::WriteHostFile(AccessFile(), "\n");
+  for (const auto& arguments : std::vector<std::vector<std::string>>{
+           {"access"}, {"search", "cat"}, {"index"}, {"access", "--release"}}) {
+    const Outcome run = Vemra(arguments);
+    EXPECT_EQ(run.exitCode, kUsage);
+    EXPECT_THAT(run.err, HasSubstr(AccessFile().string() + ": Line 1 is invalid."));
+  }
+}
+
+TEST_F(AccessCommandTest, AnIndexerThatLostItsAccessStops) {
+  CTavoFileCFG configuration(folder_.Path(name_ + ".cfg"));
+  std::ostringstream out;
+  Console console{out, out};
+  IndexingAccess access(configuration);
+  ASSERT_TRUE(access.Take(std::chrono::seconds(0), console));
+  EXPECT_NO_THROW(access.KeepFor(TimeSpan(600)));
+  test::WriteHostFile(AccessFile(), "");  // others came and left while it was suspended
+  EXPECT_THROW(access.KeepFor(TimeSpan(600)), LockedError);
+  test::WriteHostFile(AccessFile(), "");
+  Hold("[Indexing]");
+  EXPECT_THROW(access.KeepFor(TimeSpan(600)), LockedError);
+  EXPECT_THAT(test::ReadHostFile(AccessFile()), HasSubstr("[Indexing]       1A4"));
+}
+
+// An indexing process, from the moment at which it has taken its access.
+class RunningIndexer {
+ public:
+  RunningIndexer(const std::string& db, const std::filesystem::path& accessFile) {
+    process_ = test::Start([&] {
+      std::freopen("/dev/null", "w", stdout);
+      std::freopen("/dev/null", "w", stderr);
+      ::execl(VEMRA_PROGRAM, "vemra", "index", db.c_str(), nullptr);
+    });
+    while (!test::ReadHostFile(accessFile).starts_with("[Indexing]")) ::usleep(100);
+  }
+  void Signal(int signal) const { ::kill(process_, signal); }
+  int WaitForExitCode() const {
+    const int status = test::Wait(process_);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  }
+
+ private:
+  pid_t process_;
+};
+
+// It finds the line of another in place of its own before its texts are stored.
+TEST_F(AccessCommandTest, AnIndexerThatLostItsAccessStoresNothing) {
+  for (int i = 3; i < 1000; ++i) AddDocument(i);
+  const RunningIndexer indexer(db_, AccessFile());
+  indexer.Signal(SIGSTOP);
+  test::WriteHostFile(AccessFile(), "");
+  Hold("[Indexing]");
+  indexer.Signal(SIGCONT);
+  EXPECT_EQ(indexer.WaitForExitCode(), kLocked);
+  EXPECT_THAT(test::ReadHostFile(AccessFile()), HasSubstr("[Indexing]       1A4"));
+  ASSERT_EQ(Vemra({"access", "--release", "--yes"}).exitCode, kDone);
+  EXPECT_THAT(Vemra({"search", "cat"}).out, HasSubstr("3 texts\n"));
+  EXPECT_THAT(test::ReadHostFile(db_), HasSubstr("Loadable=NO")) << "that is the other's to say";
+}
+
+TEST_F(AccessCommandTest, StopEndsTheIndexerAfterItsDocument) {
+  EXPECT_EQ(Vemra({"stop"}).exitCode, kNothingFound);
+  for (int i = 3; i < 1000; ++i) AddDocument(i);
+  const RunningIndexer indexer(db_, AccessFile());
+  EXPECT_THAT(Vemra({"access"}).out, HasSubstr(name_ + ": indexing\n"));
+  while (Vemra({"stop"}).exitCode != kDone) ::usleep(100);
+  EXPECT_EQ(indexer.WaitForExitCode(), kNothingFound);
+  EXPECT_EQ(test::ReadHostFile(AccessFile()), "");
+  EXPECT_EQ(Vemra({"stop"}).exitCode, kNothingFound);
+}
+
+}  // namespace
+}  // namespace vemra::commands
