@@ -7,7 +7,7 @@
 namespace vemra::commands {
 
 std::string HolderText(const AccessEntry& holder) {
-  const std::string key = TavoDBAccess::MakeKey(holder.name.c_str(), holder.threadId);
+  std::string key = TavoDBAccess::MakeKey(holder.name.c_str(), holder.threadId);
   if (!holder.IsIndexer()) return key;
   return holder.name + " of thread " + key.substr(key.rfind(':') + 1);
 }

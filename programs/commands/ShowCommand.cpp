@@ -13,6 +13,7 @@
 #include "programs/commands/ExitCode.h"
 #include "programs/commands/HostPaths.h"
 #include "programs/commands/QuerySession.h"
+#include "programs/commands/SearchAccess.h"
 #include "programs/engine/HitSearch.h"
 #include "programs/formats/Markup.h"
 
@@ -63,6 +64,7 @@ void WritePage(const std::string& title, const std::string& text, std::ostream& 
 
 int RunShow(const ShowOptions& options, Console& console) {
   Database database(options.definition);
+  const SearchAccess access(database.GetConfiguration());
   engine::IndexDatabase index(database.GetIndexPath());
   const std::optional<engine::TextRecord> text = index.FindText(options.number);
   if (!text) {

@@ -164,19 +164,21 @@ TEST_F(AccessCommandTest, AnIndexerThatLostItsAccessStops) {
   EXPECT_THAT(test::ReadHostFile(AccessFile()), HasSubstr("[Indexing]       1A4"));
 }
 
-// An indexing process, from the moment at which it has taken its access.
+// An indexing process that is suspended as soon as it has its access.
 class RunningIndexer {
  public:
-  RunningIndexer(const std::string& db, const std::filesystem::path& accessFile) {
+  RunningIndexer(const std::string& db, const std::string& name) {
     process_ = test::Start([&] {
       std::freopen("/dev/null", "w", stdout);
       std::freopen("/dev/null", "w", stderr);
       ::execl(VEMRA_PROGRAM, "vemra", "index", db.c_str(), nullptr);
     });
-    while (!test::ReadHostFile(accessFile).starts_with("[Indexing]")) ::usleep(100);
+    while (GetStopIndexingEvent(name.c_str(), 0) == nullptr) ::usleep(100);
+    ::kill(process_, SIGSTOP);
   }
-  void Signal(int signal) const { ::kill(process_, signal); }
-  int WaitForExitCode() const {
+  // Lets it go on; returns its exit code.
+  int Resume() const {
+    ::kill(process_, SIGCONT);
     const int status = test::Wait(process_);
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
   }
@@ -188,12 +190,10 @@ class RunningIndexer {
 // It finds the line of another in place of its own before its texts are stored.
 TEST_F(AccessCommandTest, AnIndexerThatLostItsAccessStoresNothing) {
   for (int i = 3; i < 1000; ++i) AddDocument(i);
-  const RunningIndexer indexer(db_, AccessFile());
-  indexer.Signal(SIGSTOP);
+  const RunningIndexer indexer(db_, name_);
   test::WriteHostFile(AccessFile(), "");
   Hold("[Indexing]");
-  indexer.Signal(SIGCONT);
-  EXPECT_EQ(indexer.WaitForExitCode(), kLocked);
+  EXPECT_EQ(indexer.Resume(), kLocked);
   EXPECT_THAT(test::ReadHostFile(AccessFile()), HasSubstr("[Indexing]       1A4"));
   ASSERT_EQ(Vemra({"access", "--release", "--yes"}).exitCode, kDone);
   EXPECT_THAT(Vemra({"search", "cat"}).out, HasSubstr("3 texts\n"));
@@ -203,10 +203,10 @@ TEST_F(AccessCommandTest, AnIndexerThatLostItsAccessStoresNothing) {
 TEST_F(AccessCommandTest, StopEndsTheIndexerAfterItsDocument) {
   EXPECT_EQ(Vemra({"stop"}).exitCode, kNothingFound);
   for (int i = 3; i < 1000; ++i) AddDocument(i);
-  const RunningIndexer indexer(db_, AccessFile());
+  const RunningIndexer indexer(db_, name_);
   EXPECT_THAT(Vemra({"access"}).out, HasSubstr(name_ + ": indexing\n"));
-  while (Vemra({"stop"}).exitCode != kDone) ::usleep(100);
-  EXPECT_EQ(indexer.WaitForExitCode(), kNothingFound);
+  EXPECT_EQ(Vemra({"stop"}).exitCode, kDone);
+  EXPECT_EQ(indexer.Resume(), kNothingFound);
   EXPECT_EQ(test::ReadHostFile(AccessFile()), "");
   EXPECT_EQ(Vemra({"stop"}).exitCode, kNothingFound);
 }
