@@ -17,7 +17,7 @@ install_packages() {
 
 BUILD_PACKAGES=(g++ cmake ninja-build pkg-config libsqlite3-dev libcli11-dev nlohmann-json3-dev)
 TEST_PACKAGES=("${BUILD_PACKAGES[@]}" libgtest-dev libgmock-dev python3 python3-doc
-  python3-html5lib)
+  python3-html5lib python3-lxml)
 WINDOWS_PACKAGES=(g++-mingw-w64-x86-64-posix googletest wine64 wine xvfb xauth)
 CLANG_PACKAGES=(clang libclang-rt-14-dev)
 LINT_PACKAGES=(clang clang-format clang-tidy)

@@ -256,14 +256,24 @@ void HtmlParser::HandleAttributes(const std::vector<HtmlAttribute>& attributes,
 void HtmlParser::HandleMeta(const std::vector<HtmlAttribute>& attributes) {
   const std::string* const name = FindWantedAttribute(FindValue(attributes, "name"));
   if (name == nullptr) return;
-  std::string label = MakeLabel(*name);
+  const std::string_view content = FindValue(attributes, "content");
   if (WritesMarkup()) {
-    std::string block = "<div>";
-    AppendEscaped(label, block);
-    label = std::move(block);
+    HandleMetaInPage(*name, content);
+  } else {
+    HandleValue(*name, content, MakeLabel(*name), "");
   }
-  HandleValue(*name, FindValue(attributes, "content"), label, WritesMarkup() ? "</div>" : "");
   Break(HtmlBoundary::kLine);
+}
+
+void HtmlParser::HandleMetaInPage(const std::string& name, std::string_view content) {
+  std::string label;
+  AppendEscaped(MakeLabel(name), label);
+  EndRun(HtmlBoundary::kLine);
+  const std::size_t depth = markup_.GetDepth();
+  markup_.Open(MakeTag(FindHtmlElement("div"), {}));
+  WritePendingMarkup();
+  HandleValue(name, content, label, "");
+  markup_.CutTo(depth);
 }
 
 const std::string* HtmlParser::FindWantedAttribute(std::string_view name) const {
@@ -320,10 +330,8 @@ void HtmlParser::Break(HtmlBoundary boundary) {
 void HtmlParser::EndRun(HtmlBoundary boundary) {
   std::string_view text = run_.Get();
   if (boundary >= HtmlBoundary::kLineBreak) text = TrimEnd(text);
-  if (!text.empty()) {
-    HandOver(text, runMarkup_.TakeFirst(text.size()));
-    WriteTrailingTags();
-  }
+  if (!text.empty()) HandOver(text, runMarkup_.TakeFirst(text.size()));
+  WriteTrailingTags();
   run_.Restart();
 }
 

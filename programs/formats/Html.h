@@ -59,6 +59,7 @@ class HtmlParser : public FormatParser {
   // Attributes.
   void HandleAttributes(const std::vector<HtmlAttribute>& attributes, std::string_view element);
   void HandleMeta(const std::vector<HtmlAttribute>& attributes);
+  void HandleMetaInPage(const std::string& name, std::string_view content);
   void HandleValue(std::string_view name, std::string_view value, std::string_view before,
                    std::string_view after);
   std::string DecodeValue(std::string_view value) const;

@@ -25,6 +25,7 @@ class MarkupStack {
   // Ends the index-th alone: those inside it go on.
   void Remove(std::size_t index);
 
+  std::size_t GetDepth() const { return open_.size(); }
   // What was written since the last call.
   std::vector<MarkupTag> Take() { return std::exchange(written_, {}); }
   const OpenLink& GetOpenLink() const { return link_; }

@@ -227,7 +227,7 @@ TEST(HtmlTest, PageKeepsMarkupWellNested) {
       {"other blocks", "<form>a<fieldset>b</form>", "<div>a<div>b</div>\n</div>\n"},
       {"unknown", "<x-y>a</x-y><blink>b", "ab"},
       {"title and author", "<head><title>a &lt;</title><meta name=author content='<u>'></head>",
-       "<div>Title: a &#60;</div>\n<div>Author: &#60;u&#62;</div>"},
+       "<div>Title: a &#60;</div>\n<div>Author: &#60;u&#62;</div>\n"},
       {"other fields", "<p>a <i><a href=b>c</a></i> d<img alt=e>",
        "<p>a <i><a href=\"b\">c</a></i> d[e]</p>\n"},
   });
