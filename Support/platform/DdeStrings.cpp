@@ -38,6 +38,12 @@ DdeStrings::Hold DdeStrings::Create(const std::string& text) {
   return {this, known->second};
 }
 
+std::size_t DdeStrings::CountHolders() const {
+  std::size_t count = 0;
+  for (const auto& [string, name] : names_) count += static_cast<std::size_t>(name.holders);
+  return count;
+}
+
 const std::string* DdeStrings::Find(DDEString string) const {
   const auto name = names_.find(string);
   return name == names_.end() ? nullptr : &name->second.text;

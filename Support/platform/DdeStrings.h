@@ -41,7 +41,7 @@ class DdeStrings {
   // Null for an empty or too long text.
   Hold Create(const std::string& text);
   const std::string* Find(DDEString string) const;  // null for a name that is not alive
-  std::size_t GetCount() const { return names_.size(); }
+  std::size_t CountHolders() const;
 
  private:
   struct Name {

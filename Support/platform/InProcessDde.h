@@ -44,7 +44,7 @@ class InProcessDde final : public DdeManager {
   void HandleMessages(std::uint32_t milliseconds) override;
 
   // What is alive, for tests of leaks.
-  std::size_t GetStringCount() const { return strings_.GetCount(); }
+  std::size_t GetStringCount() const { return strings_.CountHolders(); }
   std::size_t GetDataCount() const { return blocks_.size(); }
   std::size_t GetConversationCount() const { return sides_.size(); }
 

@@ -380,13 +380,21 @@ TEST_F(DDEServerTest, ShutdownEndsOpenConversations) {
   test::OtherProgram client(dde_);
   ASSERT_TRUE(client.Connect('a', "Library", "Manuals"));
   ASSERT_TRUE(client.Watch('a', "Texts", "TEXT"));
-  const DDEHolder<CDDEConv> own(new CDDEConv);
+  struct Ended : CDDEConv {
+    int Terminate() override {
+      ++times;
+      return CDDEConv::Terminate();
+    }
+    int times = 0;
+  };
+  const DDEHolder<Ended> own(new Ended);
   ASSERT_EQ(own->ConnectTo("Library", "Archive"), 1);
   EXPECT_EQ(own->ConnectTo("Library", "Archive"), 0) << "it is open";
   EXPECT_EQ(server.GetConversations().GetCount(), 3);
   server.Shutdown();
   EXPECT_EQ(server.GetConversations().GetCount(), 0);
   EXPECT_EQ(own->GetHandle(), DDEConversation::kNone);
+  EXPECT_EQ(own->times, 1);
   std::string text;
   EXPECT_EQ(own->Request("Texts", text), 0);
   EXPECT_EQ(own->Terminate(), 0);
@@ -428,6 +436,8 @@ TEST_F(DDEServerTest, ConnectingFailsWithItsReason) {
     server.TakeLog();
     EXPECT_EQ(conversation->ConnectTo(row.service, row.topic), 0);
     EXPECT_EQ(server.TakeLog().back(), row.status);
+    EXPECT_TRUE(std::string(row.status).ends_with(std::to_string(server.GetLastError())))
+        << "asking has not reset it";
   }
 }
 
@@ -460,6 +470,31 @@ TEST_F(DDEServerTest, APokeToOneselfIsNotAnnounced) {
   EXPECT_TRUE(client.Poke('a', "Texts", "TEXT", "3"));
   EXPECT_THAT(server.changes, ElementsAre("Manuals|Texts 2", "Manuals|Texts 3"));
   EXPECT_EQ(server.TakeLog().back(), "AdviseData Manuals|Texts failed");
+  server.handles = 1;
+  const CHSZ item(server, "Texts");
+  EXPECT_EQ(Call(kDDEAdviseData, item, item, DDEData{0xDEAD}), DDEData::kNone) << "dead data";
+}
+
+TEST_F(DDEServerTest, TheEndOfAConversationReachesItsObject) {
+  test::LibraryServer server;
+  ASSERT_EQ(server.Create("Library"), 1);
+  const DDEHolder<CDDEConv> own(new CDDEConv);
+  ASSERT_EQ(own->ConnectTo("Library", "Manuals"), 1);
+  POSITION position = server.GetConversations().GetHeadPosition();
+  CDDEConv* const other = server.GetConversations().GetNext(position);
+  ASSERT_NE(other, own.Get());
+  EXPECT_EQ(server.GetConversations().GetNext(position), own.Get());
+  EXPECT_EQ(position, POSITION{0});
+  EXPECT_EQ(server.GetConversations().GetNext(position), nullptr);
+  EXPECT_EQ(other->Terminate(), 1);
+  EXPECT_EQ(server.FindConversation(own->GetHandle()), own.Get()) << "it has not been told yet";
+  std::string text;
+  EXPECT_EQ(own->Request("Texts", text), 0);
+  EXPECT_EQ(server.GetLastError(), kDDEErrorNoConversation);
+  CDDEServer::HandleMessages(0);
+  EXPECT_EQ(own->GetHandle(), DDEConversation::kNone);
+  EXPECT_EQ(server.GetConversations().GetCount(), 0);
+  EXPECT_EQ(own->ConnectTo("Library", "Manuals"), 1) << "once more";
 }
 
 // Whatever a callback does to conversations, those who wait in one are safe.
