@@ -40,30 +40,10 @@ std::string OnOneLine(const std::string& text) {
   return line.substr(begin, line.find_last_not_of(' ') - begin + 1);
 }
 
-}  // namespace
-
-std::string MakeExcerpt(FormatWrapper& wrapper, const engine::TextRecord& text,
-                        std::vector<engine::Hit> hits, const HitStyle& style) {
-  PreferHitsOutsideTitle(hits, wrapper.GetFileINI());
-  engine::HitSearch search(std::move(hits));
-  TavoHighlightWrapper highlight(TavoHighlightWrapper::kAroundFirstHit, &search, kExcerptWords,
-                                 wrapper.GetLangPack());
-  TavoParseFile* parser = wrapper.GetHighlightParser(&highlight);
-  if (parser == nullptr) return {};
-  search.SetParser(parser);
-  const bool parsed = parser->ParseFile(text.path) != 0;
-  wrapper.FreeHighlightParser(parser);
-  if (!parsed) return {};
-  MarkedSection summary(*highlight.GetSummary(), style);
-  summary.MarkContents();
-  return wrapper.GetCodePage().ToUtf8(OnOneLine(summary.GetMarkedContents()));
-}
-
-std::vector<ExcerptPiece> MakeExcerptPieces(FormatWrapper& wrapper, const engine::TextRecord& text,
-                                            std::vector<engine::Hit> hits) {
-  std::vector<ExcerptPiece> pieces;
-  ExcerptPiece piece;
-  for (const char c : MakeExcerpt(wrapper, text, std::move(hits), PieceStyle()) + kClosing) {
+std::vector<SummaryPiece> CutPieces(const std::string& text) {
+  std::vector<SummaryPiece> pieces;
+  SummaryPiece piece;
+  for (const char c : text + kClosing) {
     if (c != kOpening && c != kClosing) {
       piece.text += c;
       continue;
@@ -72,6 +52,30 @@ std::vector<ExcerptPiece> MakeExcerptPieces(FormatWrapper& wrapper, const engine
     piece = {std::string(), c == kOpening};
   }
   return pieces;
+}
+
+TavoHighlightWrapper::Mode ModeOf(SummaryKind kind) {
+  return kind == SummaryKind::kStart ? TavoHighlightWrapper::kFirstWords
+                                     : TavoHighlightWrapper::kAroundFirstHit;
+}
+
+}  // namespace
+
+std::vector<SummaryPiece> MakeSummary(FormatWrapper& wrapper, const engine::TextRecord& text,
+                                      std::vector<engine::Hit> hits, SummaryKind kind) {
+  PreferHitsOutsideTitle(hits, wrapper.GetFileINI());
+  engine::HitSearch search(std::move(hits));
+  TavoHighlightWrapper highlight(ModeOf(kind), &search, kSummaryWords, wrapper.GetLangPack());
+  TavoParseFile* parser = wrapper.GetHighlightParser(&highlight);
+  if (parser == nullptr) return {};
+  search.SetParser(parser);
+  const bool parsed = parser->ParseFile(text.path) != 0;
+  wrapper.FreeHighlightParser(parser);
+  if (!parsed) return {};
+  if (kind == SummaryKind::kStart) highlight.TruncateSection();  // else done at the end of parsing
+  MarkedSection summary(*highlight.GetSummary(), PieceStyle());
+  summary.MarkContents();
+  return CutPieces(wrapper.GetCodePage().ToUtf8(OnOneLine(summary.GetMarkedContents())));
 }
 
 std::string TitleOf(const engine::TextRecord& text, const CodePage& codePage) {

@@ -9,6 +9,7 @@
 #include "programs/commands/CommandError.h"
 #include "programs/commands/ConfigCommand.h"
 #include "programs/commands/CreateCommand.h"
+#include "programs/commands/DictionaryCommand.h"
 #include "programs/commands/ExitCode.h"
 #include "programs/commands/IndexCommand.h"
 #include "programs/commands/LockedError.h"
@@ -52,6 +53,7 @@ int RunProgram(std::vector<std::string> arguments, Console& console) {
   AddIndexCommand(program, console, exitCode);
   AddSearchCommand(program, console, exitCode);
   AddShowCommand(program, console, exitCode);
+  AddDictionaryCommand(program, console, exitCode);
   AddCheckCommand(program, console, exitCode);
   AddStatusCommand(program, console, exitCode);
   AddAccessCommand(program, console, exitCode);

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "programs/commands/Console.h"
+#include "programs/commands/Excerpt.h"
 
 namespace CLI {
 class App;
@@ -16,7 +17,9 @@ struct SearchOptions {
   std::string query;
   int count = 10;
   std::string sort;  // by a field, "-" before it for descending; empty: best first
+  SummaryKind summary = SummaryKind::kHits;
   bool json = false;
+  bool html = false;  // not both
 };
 
 void AddSearchCommand(CLI::App& program, Console& console, int& exitCode);

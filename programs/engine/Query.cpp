@@ -81,6 +81,16 @@ QueryLanguage MakeQueryLanguage(const CTavoFileINI& definitions, const TavoLangP
   return language;
 }
 
+const QueryLanguage::Field* QueryLanguage::FindField(std::string_view name) const {
+  const auto isExact = [&](const Field& field) { return field.name == name; };
+  const auto isAnyCase = [&](const Field& field) {
+    return pack->CompareNoCase(field.name, name) != 0;
+  };
+  auto found = std::find_if(fields.begin(), fields.end(), isExact);
+  if (found == fields.end()) found = std::find_if(fields.begin(), fields.end(), isAnyCase);
+  return found == fields.end() ? nullptr : &*found;
+}
+
 std::string FormatQuery(const QueryNode& node, const CTavoFieldList& general) {
   if (node.kind == QueryNode::Kind::kPhrase) return FormatPhrase(node, general);
   if (node.kind == QueryNode::Kind::kNear) return FormatNear(node, general);

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "Support/definition/FieldList.h"
@@ -71,6 +72,9 @@ struct QueryLanguage {
   const TavoLangPack* pack = nullptr;  // a loan
   CTavoFieldList general;              // what words without a field are looked for in
   std::vector<Field> fields;
+
+  // The field of a name, in any case unless one has it exactly; null when there is none.
+  const Field* FindField(std::string_view name) const;
 };
 
 QueryLanguage MakeQueryLanguage(const CTavoFileINI& definitions, const TavoLangPack* pack);

@@ -258,15 +258,8 @@ class Parser {
     const std::string_view unread = input_.GetUnread().substr(0, kMaxFieldName);
     nameLength = unread.find_first_of("():;\"");
     if (nameLength == std::string_view::npos || unread[nameLength] != ':') return nullptr;
-    const std::string_view name = Trim(unread.substr(0, nameLength));
-    const auto isExact = [&](const auto& field) { return field.name == name; };
-    const auto isAnyCase = [&](const auto& field) {
-      return language_.pack->CompareNoCase(field.name, name) != 0;
-    };
-    const auto& fields = language_.fields;
-    auto found = std::find_if(fields.begin(), fields.end(), isExact);
-    if (found == fields.end()) found = std::find_if(fields.begin(), fields.end(), isAnyCase);
-    return found == fields.end() ? nullptr : &found->columns;
+    const auto* field = language_.FindField(Trim(unread.substr(0, nameLength)));
+    return field == nullptr ? nullptr : &field->columns;
   }
 
   std::optional<QueryNode> ParsePhrase(const CTavoFieldList& columns) {

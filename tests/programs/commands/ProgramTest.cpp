@@ -139,6 +139,38 @@ TEST_F(ProgramTest, SortsByAField) {
               HasSubstr("texts cannot be sorted by Author; they can by Title, Size\n"));
 }
 
+TEST_F(ProgramTest, PrintsItsDictionary) {
+  AddDocument("a.html", "<title>Caf\xc3\xa9</title><p>A cat-like cat. <a href=\"x\">cat</a></p>");
+  AddDocument("b.txt", "Cats cat cat\n\ndog");
+  CreateAndIndex();
+  const auto words = [this](const std::vector<std::string>& more) {
+    std::vector<std::string> arguments{"dictionary", File("db.cfg"), "--json"};
+    arguments.insert(arguments.end(), more.begin(), more.end());
+    return Json::parse(Vemra(arguments).out)["words"].dump();
+  };
+  EXPECT_EQ(words({"CA"}),
+            "[{\"occurrences\":1,\"texts\":1,\"word\":\"caf\xc3\xa9\"},"
+            R"({"occurrences":5,"texts":2,"word":"cat"},)"
+            R"({"occurrences":1,"texts":1,"word":"cat-like"},)"
+            R"({"occurrences":1,"texts":1,"word":"cats"}])");
+  EXPECT_EQ(words({"ca", "--field", "Link"}), R"([{"occurrences":1,"texts":1,"word":"cat"}])");
+  EXPECT_EQ(words({"cat", "--field", "general", "--count", "1"}),
+            R"([{"occurrences":5,"texts":2,"word":"cat"}])");
+  EXPECT_EQ(words({"cu"}), "[]");
+  Outcome run = Vemra({"dictionary", File("db.cfg"), "", "--count", "2"});
+  EXPECT_EQ(run.exitCode, kDone);
+  EXPECT_EQ(
+      run.out,
+      "       texts      places  word\n           1           1  a\n"
+      "           1           1  caf\xc3\xa9\nMore words follow; --count N prints N of them.\n");
+  run = Vemra({"dictionary", File("db.cfg"), "cu"});
+  EXPECT_EQ(run.exitCode, kNothingFound);
+  EXPECT_EQ(run.err, "No word begins with cu\n");
+  run = Vemra({"dictionary", File("db.cfg"), "c", "--field", "Nope"});
+  EXPECT_EQ(run.exitCode, kUsage);
+  EXPECT_THAT(run.err, HasSubstr("no field is named Nope"));
+}
+
 TEST_F(ProgramTest, PrintsResults) {
   AddDocument("cats.html", "<title>Cats</title><p>one <b>two</b> Caf\xe9 three</p>");
   AddDocument("plain.txt", "three dogs");
@@ -157,6 +189,32 @@ TEST_F(ProgramTest, PrintsResults) {
   EXPECT_EQ(run.out, "[1]three [2]dogs\n");
   run = Vemra({"show", File("db.cfg"), "2", "--query", "dogs", "--html"});
   EXPECT_THAT(run.out, HasSubstr("three <mark id=\"hit1\">dogs<"));
+}
+
+TEST_F(ProgramTest, PrintsSummariesAndPages) {
+  std::string text;
+  for (int i = 1; i <= 60; ++i) text += "w" + std::to_string(i) + ' ';
+  AddDocument("a<b>.html", "<title>R&amp;D &lt;script></title><p>" + text + "a &lt;i> cat\"</p>");
+  CreateAndIndex();
+  const auto search = [this](const std::vector<std::string>& more) {
+    std::vector<std::string> arguments{"search", File("db.cfg"), "w55 OR cat"};
+    arguments.insert(arguments.end(), more.begin(), more.end());
+    return Vemra(arguments);
+  };
+  EXPECT_THAT(search({"--summary", "hits"}).out, HasSubstr("   w40 "));
+  EXPECT_THAT(search({"--summary", "hits"}).out, HasSubstr(" [1]w55 "));
+  const std::string start = search({"--summary", "start"}).out;
+  EXPECT_THAT(start, HasSubstr("   R&D <script> w1 w2 "));
+  EXPECT_THAT(start, HasSubstr(" w28\n"));
+  EXPECT_EQ(search({"--summary", "middle"}).exitCode, kUsage);
+  EXPECT_EQ(search({"--html", "--json"}).exitCode, kUsage);
+  const std::string page = search({"--html"}).out;
+  EXPECT_THAT(page, HasSubstr("<p>1 text</p>"));
+  EXPECT_THAT(page, HasSubstr("<h2>R&#38;D &#60;script&#62;</h2>"));
+  EXPECT_THAT(page, HasSubstr("a&#60;b&#62;.html</code>"));
+  EXPECT_THAT(page, HasSubstr(" <mark>w55</mark> w56"));
+  EXPECT_THAT(page, HasSubstr(" &#60;i&#62; <mark>cat</mark>&#34;</p>"));
+  EXPECT_TRUE(page.ends_with("</html>\n"));
 }
 
 TEST_F(ProgramTest, SkipsWhatItCannotReadAndNumbersTheRest) {
