@@ -102,7 +102,8 @@ TEST(PropertyTest, ConstructorsSetTheKind) {
   EXPECT_EQ(file.GetOrder(), 3U);
   EXPECT_EQ(file.GetGroup(), 2U);
   EXPECT_EQ(file.IsLocked(), 1);
-  EXPECT_EQ(TavoProperty("y", 2, 0U, 0U, 0).GetStringValue(), "No");
+  EXPECT_EQ(TavoProperty("y", 2, 0U, 0U, 0).GetNumValue(), 0);
+  EXPECT_EQ(TavoProperty("y", 1, 0U, 0U, 0).GetStringValue(), "Yes");
   EXPECT_EQ(TavoProperty("c", 0xFF030201U, 0U, 0U, 0).GetStringValue(), "(1,2,3)");
   const TavoProperty number("n", 4, 1, 9, 0, 0, 0);
   EXPECT_EQ(number.GetType(), PropInteger);
@@ -125,6 +126,29 @@ TEST(PropertyTest, UntypedValuesFollowTheType) {
   EXPECT_EQ(*static_cast<int*>(property.GetValue()), number);
   property.PutScripts({});
   EXPECT_TRUE(property.GetScripts().empty());
+}
+
+TEST(PropertyTest, CopiesTheValueAlone) {
+  TavoProperty from("from", 3, "text", PropFont, 1, 2, 1);
+  from.SetValues({"a", "b"});
+  from.PutScripts({{"r"}});
+  from.SetWebActionValue(CWebAction(CWebAction::SEARCH));
+  TavoProperty to("to", "old", PropString, 8, 9, 0);
+  to.CopyValue(from);
+  EXPECT_EQ(to.GetNumValue(), 3);
+  EXPECT_EQ(to.GetStringValue(), "text");
+  EXPECT_EQ(to.GetValues(), from.GetValues());
+  EXPECT_EQ(to.GetScripts(), from.GetScripts());
+  EXPECT_TRUE(to.GetWebActionValue().IsSearchAction());
+  EXPECT_EQ(to.GetType(), PropString);
+  EXPECT_EQ(to.GetName() + std::to_string(to.GetOrder()) + std::to_string(to.GetGroup()), "to89");
+  EXPECT_EQ(to.IsLocked(), 0);
+}
+
+TEST(PropertyTest, AnEmptyTextCanBeStoredAsABlank) {
+  EXPECT_EQ(TavoProperty("p", "", PropString, 0, 0, 0).GetStringValueNoEmpty(), " ");
+  EXPECT_EQ(TavoProperty("p", "x", PropString, 0, 0, 0).GetStringValueNoEmpty(), "x");
+  EXPECT_EQ(TavoProperty().GetStringValueNoEmpty(), " ");
 }
 
 TavoProperty Keyed(const char* name, std::uint32_t group, std::uint32_t order) {
@@ -173,6 +197,15 @@ TEST(PropertyArrayTest, ReplacesInPlaceAndGoesBroad) {
   EXPECT_EQ(Names(array), "bA");
   EXPECT_EQ(array.Add(Keyed("c", 9, 2)), 0);
   EXPECT_EQ(array.GetAt(7U, 2U)->GetName(), "A");
+
+  array.SetID(std::make_unique<TavoProperty>(Keyed("id", 0, 0)));
+  TavoPropertyArray copy;
+  copy = array;
+  ASSERT_NE(copy.GetID(), nullptr);
+  EXPECT_NE(copy.GetID(), array.GetID());
+  EXPECT_EQ(copy.GetID()->GetName(), "id");
+  EXPECT_EQ(copy.Add(Keyed("d", 9, 8)), 1);
+  EXPECT_NE(copy.GetAt(7U, 8U), nullptr) << "a copy is broad, too";
 }
 
 TEST(PropertyHolderTest, AssigningCopiesTheArray) {

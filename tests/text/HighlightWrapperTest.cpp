@@ -96,6 +96,8 @@ TEST(HighlightWrapperTest, QueuesUntilTheSearchHasFinished) {
     search.Finish();
     wrapper.StopHighlight();
     EXPECT_EQ(wrapper.GetSummary()->GetContents(), row.summary);
+    wrapper.AddSection(Section("next").release(), 1);
+    EXPECT_EQ(wrapper.GetSummary()->GetContents(), row.summary + " next") << "nothing is queued";
   }
 }
 

@@ -146,6 +146,10 @@ TEST_F(IndexTest, ReportsEntriesThatCannotBeRead) {
   EXPECT_EQ(index.GetEntryString(0, &field), "a#b @");
   EXPECT_EQ(field, kEntry);
   EXPECT_EQ(index.GetEntryString(1, &field), "");
+  // Entries are not cut where sort keys are.
+  index.SetMaxSortKeySize(4);
+  Calls("words enough @", {kEntry});
+  EXPECT_EQ(index.GetEntryString(1, &field), "words enough @");
 }
 
 TEST_F(IndexTest, TakesADocumentFromStartToEnd) {
@@ -175,6 +179,7 @@ TEST_F(IndexTest, TakesADocumentFromStartToEnd) {
         numbered("key$(\x13Zoo\x13) entry(Big|Apple @1:x;) list10$ big:3,800000@10$ "
                  "apple:3,800000@10$ entry#here#:3,800000@10$ head$(A Title) text(stored $)"));
     EXPECT_EQ(index.GetParagraphCount(), 2);
+    EXPECT_EQ(index.GetSentenceCount(), 2) << "a paragraph starts a sentence";
     output.ResetOutput();
   }
   EXPECT_EQ(index.GetTextCounter(), 2);

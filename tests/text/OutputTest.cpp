@@ -187,6 +187,14 @@ TEST(OutputTest, FieldBuffersAreInsertedWithTheirQueue) {
     EXPECT_EQ(*output.GetFieldContents(3), move ? "" : "title late");
   }
   TavoOutput output;
+  output.SetCurrentField(2);
+  output.Write(new NumberedSection(&output, "a"), 1);
+  output.SetCurrentField(-1);
+  output.Write(new NumberedSection(&output, "b"), 1);
+  EXPECT_EQ(output.GetHighlightCount(), 1);
+  output.WriteField(2, 1);
+  EXPECT_EQ(output.GetHighlightCount(), 2) << "the field's highlights come with it";
+  EXPECT_EQ(output.GetBuffer(2)->GetHighlightCount(), 0);
   EXPECT_EQ(output.GetFieldContents(0), nullptr);
   EXPECT_EQ(output.IsFieldEmpty(124), 1);
 }

@@ -142,6 +142,12 @@ TEST_F(ParseFileTest, PlacesSections) {
   }
 }
 
+TEST_F(ParseFileTest, ANewParagraphStartsAllItsCounts) {
+  parser.Parse("One two. Three./Four/P/Five. Six");
+  EXPECT_EQ(parser.numbers,
+            "1,0,0,0,0,0, 2,0,0,1,1,0, 3,1,0,0,2,1, 4,2,0,0,3,2, 5,3,1,0,0,0, 6,4,1,0,1,1, ");
+}
+
 // The text cut at one end of some of its white-space runs, where both sides have a word.
 std::string CutAtWhiteSpace(const std::string& text, std::mt19937& random) {
   std::string cut;
@@ -231,6 +237,10 @@ TEST_F(ParseFileTest, StopsAndStartsAgain) {
   parser.Parse("a");
   EXPECT_EQ(parser.DoStopParsing(), 0);
   EXPECT_EQ(parser.GetStopReason(), "");
+  // Left where it was by a document that was given up.
+  parser.GetOutput()->SetCurrentField(3);
+  parser.Parse("next");
+  EXPECT_EQ(parser.GetOutput()->GetOutputBuffer(), "next");
 }
 
 TEST_F(ParseFileTest, ReadsWholeFiles) {
