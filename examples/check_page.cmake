@@ -1,10 +1,12 @@
 # Holds a page against its example: every block that begins with "```cpp FILE" stands in that file,
 # and every block "```text output" is what the program prints. At least one of each.
-# Usage: cmake -DPAGE=... -DSOURCES=FOLDER -DEMULATOR=... -DPROGRAM=... -P check_page.cmake
+# Usage: cmake -DPAGE=... -DSOURCES=FOLDER -DEMULATOR=... -DPROGRAM=... [-DARGUMENTS=...]
+#   -P check_page.cmake
 
 cmake_minimum_required(VERSION 3.25)
 file(READ "${PAGE}" page)
-execute_process(COMMAND ${EMULATOR} ${PROGRAM} OUTPUT_VARIABLE printed RESULT_VARIABLE result)
+separate_arguments(arguments UNIX_COMMAND "${ARGUMENTS}")
+execute_process(COMMAND ${EMULATOR} ${PROGRAM} ${arguments} OUTPUT_VARIABLE printed RESULT_VARIABLE result)
 if(NOT result EQUAL 0)
   message(FATAL_ERROR "${PROGRAM} ended with ${result}")
 endif()

@@ -1,8 +1,7 @@
-#include "tests/dde_state/DatabaseTopic.h"
+#include "examples/DatabaseTopic.h"
 
 #include <gtest/gtest.h>
 
-#include "Support/definition/Definition.h"
 #include "Support/platform/Clock.h"
 #include "tests/TempFolder.h"
 #include "tests/services/dde/LibraryServer.h"

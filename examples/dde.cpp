@@ -1,7 +1,7 @@
 // Offers the state of databases over DDE, as a server program would.
 //
-//   dde_state SERVICE DATABASE.cfg...           serves until it is interrupted
-//   dde_state --print SERVICE DATABASE.cfg...   asks itself, prints the answers and ends
+//   example_dde SERVICE DATABASE.cfg...           serves until it is interrupted
+//   example_dde --print SERVICE DATABASE.cfg...   asks itself, prints the answers and ends
 #include <csignal>
 #include <cstdio>
 #include <memory>
@@ -9,8 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "Support/foundation/Foundation.h"
-#include "tests/dde_state/DatabaseTopic.h"
+#include "examples/DatabaseTopic.h"
 
 namespace dde_state {
 namespace {
@@ -44,28 +43,23 @@ class StateServer : public vemra::CDDEServer {
   std::vector<DatabaseTopic*> databases_;  // the topic list's
 };
 
-std::vector<std::string> Ask(const std::string& service, const std::string& topic,
-                             const std::string& item) {
+std::string Ask(const std::string& service, const std::string& topic, const std::string& item) {
   const vemra::DDEHolder<vemra::CDDEConv> conversation(new vemra::CDDEConv);
   std::string answer;
   if (conversation->ConnectTo(service, topic) != 0) conversation->Request(item, answer);
   vemra::CDDEServer::HandleMessages(kSettle);
   conversation->Terminate();
   vemra::CDDEServer::HandleMessages(0);
-  std::vector<std::string> parts;
-  std::istringstream list(answer);
-  for (std::string part; std::getline(list, part, '\t');) parts.push_back(part);
-  return parts;
+  return answer;
 }
 
 void Print(const std::string& service) {
-  for (const std::string& topic : Ask(service, "System", "Topics")) {
-    if (topic == "System") continue;
+  std::istringstream topics(Ask(service, "System", "Topics"));
+  for (std::string topic; std::getline(topics, topic, '\t');) {
     std::printf("%s\n", topic.c_str());
-    for (const char* const item : {"Status", "Texts", "LastUpdate"}) {
-      for (const std::string& text : Ask(service, topic, item))
-        std::printf("  %s: %s\n", item, text.c_str());
-    }
+    if (topic == "System") continue;
+    for (const char* const item : {"Status", "Texts", "LastUpdate"})
+      std::printf("  %s: %s\n", item, Ask(service, topic, item).c_str());
   }
 }
 
@@ -98,7 +92,7 @@ int main(int count, char** arguments) {
   const bool print = !words.empty() && words.front() == "--print";
   if (print) words.erase(words.begin());
   if (words.size() < 2) {
-    std::fputs("usage: dde_state [--print] SERVICE DATABASE.cfg...\n", stderr);
+    std::fputs("usage: example_dde [--print] SERVICE DATABASE.cfg...\n", stderr);
     return 2;
   }
   std::signal(SIGINT, [](int) { dde_state::interrupted = 1; });
