@@ -10,20 +10,15 @@
 #include "programs/engine/Expansion.h"
 #include "programs/engine/IndexWriter.h"
 #include "tests/TempFolder.h"
+#include "tests/programs/engine/PlainSearch.h"
 
 namespace vemra::engine {
 namespace {
 
 constexpr int kFields = 3;
 
-// A word of a text, as the index is given it.
-struct TextWord {
-  int field;
-  std::vector<std::string> forms;  // the word and, of a compound, its parts
-  int sentence = 0;
-  int paragraph = 0;
-};
-using Text = std::vector<TextWord>;
+using test::PlainText;
+using test::PlainWord;
 using Place = std::pair<int, int>;  // field, position
 
 CTavoFieldList ListOf(std::initializer_list<int> fields) {
@@ -32,10 +27,10 @@ CTavoFieldList ListOf(std::initializer_list<int> fields) {
   return list;
 }
 
-void AddText(IndexWriter& writer, const Text& text) {
+void AddText(IndexWriter& writer, const PlainText& text) {
   writer.BeginText();
-  TextWord before{0, {}};
-  for (const TextWord& word : text) {
+  PlainWord before{0, {}};
+  for (const PlainWord& word : text) {
     if (word.paragraph != before.paragraph) {
       writer.StartParagraph();
     } else if (word.sentence != before.sentence) {
@@ -61,94 +56,9 @@ QueryNode Phrase(std::vector<std::string> words, const CTavoFieldList& columns) 
   return node;
 }
 
-// The plain way to match, against which the index is held. A match of a phrase is the list of its
-// words, as indices in the text.
-using Match = std::vector<std::size_t>;
-
-std::vector<Match> MatchesOfPhrase(const QueryNode& node, const Text& text) {
-  std::vector<Match> matches;
-  for (std::size_t start = 0; start < text.size(); ++start) {
-    if (node.columns.IsSet(text[start].field) == 0) continue;
-    Match match;
-    for (std::size_t at = start; at < text.size() && match.size() < node.terms.size(); ++at) {
-      if (text[at].field != text[start].field) continue;
-      const auto& allowed = node.terms[match.size()].alternatives;
-      const auto& forms = text[at].forms;
-      if (std::find_first_of(forms.begin(), forms.end(), allowed.begin(), allowed.end()) ==
-          forms.end()) {
-        break;
-      }
-      match.push_back(at);
-    }
-    if (match.size() == node.terms.size()) matches.push_back(match);
-  }
-  return matches;
-}
-
-std::vector<Match> MatchesOfOperand(const QueryNode& node, const Text& text) {
-  if (node.kind == QueryNode::Kind::kPhrase) return MatchesOfPhrase(node, text);
-  std::vector<Match> matches;
-  for (const QueryNode& child : node.children) {
-    for (const Match& match : MatchesOfPhrase(child, text)) matches.push_back(match);
-  }
-  return matches;
-}
-
-bool AreRelated(const Match& a, const Match& b, const QueryRelation& relation, const Text& text) {
-  if (a.front() > b.front()) return AreRelated(b, a, relation, text);
-  if (b.front() <= a.back()) return false;
-  if (relation.kind == QueryRelation::Kind::kWords) {
-    return b.front() - a.back() <= static_cast<std::size_t>(relation.words);
-  }
-  const auto group = [&](std::size_t at) {
-    return relation.kind == QueryRelation::Kind::kSentence ? text[at].sentence : text[at].paragraph;
-  };
-  return group(a.front()) == group(b.back());  // and so is everything between
-}
-
-// The words of every chain that goes on from the last match of one that was begun.
-bool FollowChains(const QueryNode& node, const Text& text, std::vector<Match>& chain,
-                  std::set<std::size_t>& words) {
-  const std::size_t next = chain.size();
-  if (next == node.children.size()) {
-    for (const Match& match : chain) words.insert(match.begin(), match.end());
-    return true;
-  }
-  bool found = false;
-  for (const Match& match : MatchesOfOperand(node.children[next], text)) {
-    if (next > 0 && !AreRelated(chain.back(), match, node.relations[next - 1], text)) continue;
-    chain.push_back(match);
-    found |= FollowChains(node, text, chain, words);
-    chain.pop_back();
-  }
-  return found;
-}
-
-bool MatchesTree(const QueryNode& node, const Text& text, std::set<std::size_t>& words) {
-  std::set<std::size_t> own;
-  std::vector<Match> chain;
-  std::size_t matched = 0;
-  const auto matches = [&](const QueryNode& child) { return MatchesTree(child, text, own); };
-  switch (node.kind) {
-    case QueryNode::Kind::kPhrase:
-      for (const Match& match : MatchesOfPhrase(node, text)) own.insert(match.begin(), match.end());
-      if (own.empty()) return false;
-      break;
-    case QueryNode::Kind::kNear:
-      if (!FollowChains(node, text, chain, own)) return false;
-      break;
-    default:
-      for (const QueryNode& child : node.children) matched += matches(child) ? 1 : 0;
-      if (matched < (node.kind == QueryNode::Kind::kOr ? 1 : node.children.size())) return false;
-      if (std::any_of(node.excluded.begin(), node.excluded.end(), matches)) return false;
-  }
-  words.insert(own.begin(), own.end());
-  return true;
-}
-
-bool Matches(const QueryNode& node, const Text& text, std::set<Place>& hits) {
-  std::set<std::size_t> words;
-  if (!MatchesTree(node, text, words)) return false;
+bool Matches(const QueryNode& node, const PlainText& text, std::set<Place>& hits) {
+  test::PlainHits words;
+  if (!test::MatchPlainly(node, text, words)) return false;
   std::map<int, int> counts;
   for (std::size_t i = 0; i < text.size(); ++i) {
     const int position = counts[text[i].field]++;
@@ -163,9 +73,9 @@ class RandomSearch {
 
   std::string Word() { return std::string(1, "abcdef"[random_() % 6]); }
 
-  Text MakeText() {
-    Text text;
-    TextWord next{0, {}, 1, 1};
+  PlainText MakeText() {
+    PlainText text;
+    PlainWord next{0, {}, 1, 1};
     for (unsigned i = random_() % 18; i > 0; --i) {
       const std::string first = Word();
       const std::string second = Word();
@@ -232,10 +142,10 @@ class RandomSearch {
 TEST(Search, FindsWhatThePlainWayFinds) {
   test::TempFolder folder;
   RandomSearch make(11);
-  std::vector<Text> texts(60);
+  std::vector<PlainText> texts(60);
   {
     IndexWriter writer(folder.Path("a.vix"), ListOf({0, 1, 2}));
-    for (Text& text : texts) AddText(writer, text = make.MakeText());
+    for (PlainText& text : texts) AddText(writer, text = make.MakeText());
     writer.Finish();
   }
   IndexDatabase index(folder.Path("a.vix"));
