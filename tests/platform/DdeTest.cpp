@@ -16,6 +16,7 @@ using test::TestDdeManager;
 // What the two callbacks were asked, and what they answer. A callback has no object to go by.
 struct Party {
   std::uint32_t instance = 0;
+  bool logsNames = false;  // that come and go
   std::vector<std::string> log;
   std::function<DDEData(std::uint32_t type, std::uint32_t format, DDEString topic, DDEString item,
                         DDEData data)>
@@ -49,30 +50,37 @@ std::string NameOf(std::uint32_t type) {
       return "changed";
     case kDDEDisconnect:
       return "disconnect";
+    case kDDERegister:
+      return "register";
+    case kDDEUnregister:
+      return "unregister";
     default:
       return std::to_string(type);
   }
 }
 
 DDEData Answer(Party& party, std::uint32_t type, std::uint32_t format, DDEString a, DDEString b,
-               DDEData data) {
-  if (type == kDDERegister || type == kDDEUnregister) return DDEData::kNone;
+               DDEData data, std::uintptr_t sameInstance) {
+  if (!party.logsNames && (type == kDDERegister || type == kDDEUnregister)) return DDEData::kNone;
   std::string line = NameOf(type);
   if (type != kDDEDisconnect) {
     line += ' ' + dde->Text(party.instance, a) + '|' + dde->Text(party.instance, b);
     if (format != 0) line += ' ' + std::to_string(format & 0xFFFF);
   }
+  if (sameInstance != 0) line += " self";
   if (data != DDEData::kNone) line += ' ' + std::string(dde->Bytes(data).c_str());
   party.log.push_back(line);
   return party.answer ? party.answer(type, format, a, b, data) : DDEData::kNone;
 }
 DDEData ServerCallback(std::uint32_t type, std::uint32_t format, DDEConversation /*conversation*/,
-                       DDEString a, DDEString b, DDEData data, std::uintptr_t, std::uintptr_t) {
-  return Answer(server, type, format, a, b, data);
+                       DDEString a, DDEString b, DDEData data, std::uintptr_t /*value1*/,
+                       std::uintptr_t value2) {
+  return Answer(server, type, format, a, b, data, value2);
 }
 DDEData ClientCallback(std::uint32_t type, std::uint32_t format, DDEConversation /*conversation*/,
-                       DDEString a, DDEString b, DDEData data, std::uintptr_t, std::uintptr_t) {
-  return Answer(client, type, format, a, b, data);
+                       DDEString a, DDEString b, DDEData data, std::uintptr_t /*value1*/,
+                       std::uintptr_t value2) {
+  return Answer(client, type, format, a, b, data, value2);
 }
 
 class DdeTest : public testing::TestWithParam<TestDdeManager::Kind> {
@@ -259,12 +267,15 @@ TEST_P(DdeTest, WildConnectsTakeTheFirstPair) {
 
 TEST_P(DdeTest, TheTwoSidesOfOneInstanceKnowIt) {
   const DDEConversation other = Connect();
+  server.log.clear();
   const DDEConversation self = dde_->Connect(server.instance, service_, topic_);
   dde_.Settle();
   DdeConversationState state;
   ASSERT_TRUE(dde_->QueryConversation(self, &state));
   EXPECT_TRUE(state.connected);
   EXPECT_TRUE(state.sameInstance);
+  EXPECT_EQ(server.log, (std::vector<std::string>{"connect Manuals|Library self",
+                                                  "confirm Manuals|Library self"}));
   ASSERT_TRUE(dde_->QueryConversation(other, &state));
   EXPECT_FALSE(state.sameInstance);
 }
@@ -321,6 +332,60 @@ TEST_P(InProcessDdeTest, BothSidesAreToldOfTheEnd) {
   EXPECT_EQ(client.log, std::vector<std::string>{"disconnect"});
   EXPECT_TRUE(server.log.empty()) << "it is gone";
   EXPECT_FALSE(dde_->Disconnect(second)) << "it ended with the telling";
+}
+
+TEST_P(InProcessDdeTest, AChangeGoesToEachLoopOnce) {
+  const DDEConversation first = Connect();
+  const DDEString other = dde_->CreateStringHandle(client.instance, "Archive");
+  const DDEConversation second = Connect(service_, other);
+  for (const DDEConversation conversation : {first, first, second})
+    EXPECT_EQ(Do(conversation, kDDEAdviseStart), "done");
+  const struct {
+    DDEString topic;
+    DDEString item;
+    std::vector<std::string> log;
+  } kRows[] = {{topic_, item_, {"changed Manuals|Texts 1 512"}},
+               {other, {}, {"changed Archive|Texts 1 512"}},
+               {{}, {}, {"changed Manuals|Texts 1 512", "changed Archive|Texts 1 512"}},
+               {topic_, topic_, {}}};
+  for (const auto& row : kRows) {
+    client.log.clear();
+    EXPECT_TRUE(dde_->PostAdvise(server.instance, row.topic, row.item));
+    EXPECT_TRUE(client.log.empty()) << "it waits for the messages";
+    dde_.Settle();
+    EXPECT_EQ(client.log, row.log);
+  }
+  EXPECT_EQ(Do(second, kDDEAdviseStop), "done");
+  EXPECT_EQ(Do(second, kDDEAdviseStop), kNotProcessed) << "there is none";
+  EXPECT_TRUE(dde_->Disconnect(first));
+  server.log.clear();
+  EXPECT_TRUE(dde_->PostAdvise(server.instance, {}, {}));
+  EXPECT_TRUE(server.log.empty()) << "nobody watches";
+}
+
+TEST_P(InProcessDdeTest, EverybodyIsToldOfServiceNames) {
+  client.logsNames = true;
+  EXPECT_TRUE(dde_->RegisterName(server.instance, service_));
+  EXPECT_TRUE(dde_->UnregisterName(server.instance, service_));
+  EXPECT_TRUE(dde_->RegisterName(server.instance, service_));
+  EXPECT_TRUE(dde_->Uninitialize(server.instance));
+  dde_.Settle();
+  EXPECT_EQ(client.log,
+            (std::vector<std::string>{"register Library|Library", "unregister Library|Library",
+                                      "register Library|Library", "unregister Library|Library"}));
+}
+
+TEST_P(InProcessDdeTest, AWildAnswerIsReadWithinItsSize) {
+  Connect();
+  for (const std::uint32_t size : {0U, 8U, 15U, 16U, 40U}) {
+    server.answer = [&](std::uint32_t type, std::uint32_t, DDEString, DDEString, DDEData) {
+      const DDEStringPair pairs[] = {{service_, topic_}, {service_, item_}, {}};
+      return type != kDDEWildConnect
+                 ? DDEData::kNone
+                 : dde_->CreateDataHandle(server.instance, pairs, size, DDEString::kNone, 0);
+    };
+    EXPECT_EQ(Connect(service_, DDEString::kNone) != DDEConversation::kNone, size >= 16) << size;
+  }
 }
 
 TEST_P(InProcessDdeTest, OneTransactionAtATime) {
