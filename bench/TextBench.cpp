@@ -16,6 +16,7 @@
 #include <string_view>
 #include <vector>
 
+#include "Support/definition/Definition.h"
 #include "Support/foundation/Foundation.h"
 #include "Support/text/Text.h"
 #include "bench/AllocationCount.h"
@@ -94,6 +95,37 @@ void ParseOurs(State& state) {
 }
 BENCHMARK(ParseOurs)->Name("parse/ours")->Unit(benchmark::kNanosecond);
 
+// The same through the sink to an engine that does nothing with its calls.
+void SinkOurs(State& state) {
+  const vemra::TavoLangPack* const pack = WesternPack();
+  if (pack == nullptr) state.SkipWithError("no language pack");
+  vemra::TavoIndexingWrapper engine;
+  static std::int64_t words;
+  engine.on_newtxtno = [](unsigned short) { return std::uint32_t{1}; };
+  engine.on_doword_addword = [](const char*, int, std::uint32_t, std::uint32_t, int) { ++words; };
+  engine.on_fulllist_newparagraph = [] {};
+  engine.on_fulllist_newsentence = [] {};
+  vemra::CTavoFileINI definitions;
+  vemra::CTavoField general;
+  general.SetName("General");
+  definitions.AddField(general);
+  vemra::CTavoFieldList fields;
+  fields.Set(0);
+  vemra::TavoIndex index(definitions, engine);
+  for (auto _ : state) {
+    words = 0;
+    index.OnDocumentStart("");
+    for (const std::string& paragraph : Texts().paragraphs) {
+      vemra::TavoSection section(nullptr, paragraph, pack);
+      section.ParseContents();
+      index.IndexSection(&section, fields);
+    }
+    index.OnDocumentEnd(nullptr, pack);
+  }
+  Report(state, words);
+}
+BENCHMARK(SinkOurs)->Name("sink/ours");
+
 void ParseUnicode61(State& state) {
   const Corpus& corpus = Texts();
   sqlite3* database = nullptr;
@@ -128,6 +160,7 @@ void ParseUnicode61(State& state) {
   Report(state, words);
 }
 BENCHMARK(ParseUnicode61)->Name("parse/fts5-unicode61");
+BENCHMARK(ParseUnicode61)->Name("sink/fts5-unicode61");
 
 void ParseIcu(State& state) {
   const Corpus& corpus = Texts();

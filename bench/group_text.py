@@ -57,9 +57,18 @@ def prepare(folder):
             at += 1
 
 
+def prepare_pages(folder):
+    """Every tenth page keeps one run short."""
+    pages = sorted(path for place in SOURCES["*.html"] for path in pathlib.Path(place).rglob("*.html"))
+    with open(folder / "pages.bin", "wb") as out:
+        for path in pages[::10]:
+            out.write(path.read_bytes().replace(b"\0", b" ") + b"\0")
+
+
 def rows(build):
     folder = build / "text"
     prepare(folder)
+    prepare_pages(folder)
     found = google.medians(build / "bench" / "text_bench", repetitions=REPETITIONS, env={
         "VEMRA_BENCH_INPUTS": str(folder),
         "VEMRA_BENCH_PACK": str(PACK),
@@ -70,5 +79,10 @@ def rows(build):
     parse = found["parse/ours"]
     yield Row("parse-item", parse["real_time"] / parse["items"], "ns")
     yield Row("parse-item-alloc", parse["allocations"] / parse["items"], "each")
+    yield from google.time_rows(found, "sink", ["fts5-unicode61"])
     yield from google.time_rows(found, "entity-encode", ["libxml2"])
     yield from google.time_rows(found, "pack-load", [])
+    found = google.medians(build / "bench" / "formats_bench", repetitions=REPETITIONS,
+                           env={"VEMRA_BENCH_INPUTS": str(folder)})
+    yield from google.time_rows(found, "html", ["libxml2"])
+    yield from google.time_rows(found, "highlight", ["fts5-highlight"])

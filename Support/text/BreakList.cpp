@@ -4,7 +4,7 @@
 
 namespace vemra {
 
-int BreakList::CountUpTo(int word) const {
+int BreakList::FindCountUpTo(int word) const {
   if (word < 0) return 0;
   const auto limit = static_cast<unsigned>(word);
   // Most questions lie close to the one before: go from the last answer in doubling steps, and
@@ -24,11 +24,6 @@ int BreakList::CountUpTo(int word) const {
                                        first + static_cast<std::ptrdiff_t>(high), limit);
   hint_ = static_cast<std::size_t>(answer - first);
   return static_cast<int>(hint_);
-}
-
-int BreakList::GetLastUpTo(int word) const {
-  const int count = CountUpTo(word);
-  return count == 0 ? -1 : static_cast<int>(entries_[static_cast<std::size_t>(count) - 1]);
 }
 
 }  // namespace vemra

@@ -22,11 +22,23 @@ class SUPPORT_API BreakList {
 
   // The entries that are at most word; below 0 none. Takes time logarithmic in the distance from
   // the answer before: a walk over all words is linear. Used by one thread at a time.
-  int CountUpTo(int word) const;
+  int CountUpTo(int word) const {
+    return IsAnswer(hint_, word) ? static_cast<int>(hint_) : FindCountUpTo(word);
+  }
   // The last entry that is at most word, or -1.
-  int GetLastUpTo(int word) const;
+  int GetLastUpTo(int word) const {
+    const int count = CountUpTo(word);
+    return count == 0 ? -1 : static_cast<int>(entries_[static_cast<std::size_t>(count) - 1]);
+  }
 
  private:
+  bool IsAnswer(std::size_t count, int word) const {
+    const auto isUpTo = [&](std::size_t i) { return static_cast<int>(entries_[i]) <= word; };
+    return count <= entries_.size() && (count == 0 || isUpTo(count - 1)) &&
+           (count == entries_.size() || !isUpTo(count));
+  }
+  int FindCountUpTo(int word) const;
+
   std::vector<unsigned> entries_;
   mutable std::size_t hint_ = 0;  // the last answer of CountUpTo
 };

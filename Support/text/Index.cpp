@@ -150,8 +150,11 @@ void TavoIndex::IndexExpression(TavoSection& section, const CTavoFieldList& fiel
 }
 
 const char* TavoIndex::Fold(const TavoWord& word, const TavoLangPack& pack) {
-  folded_.assign(word.GetStriptView());
-  return pack.ToIndex(folded_).c_str();
+  const std::string_view text = word.GetStriptView();
+  if (folded_.size() <= text.size()) folded_.resize(2 * text.size() + 1);
+  pack.ToIndex(text, folded_.data());
+  folded_[text.size()] = '\0';
+  return folded_.c_str();
 }
 
 void TavoIndex::IndexWord(const char* word, int field, std::uint32_t flags, int part) {

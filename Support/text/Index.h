@@ -105,7 +105,7 @@ class SUPPORT_API TavoIndex {
   std::vector<std::string> entries_;
   int textCounter_ = 0;
   bool storesText_ = false;
-  std::string folded_;  // the word being indexed, kept for its capacity
+  std::string folded_;  // the word being indexed, ended by a NUL; kept for its size
 };
 
 }  // namespace vemra

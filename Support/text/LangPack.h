@@ -74,6 +74,11 @@ class SUPPORT_API TavoLangPack {
   int IsAlnum(unsigned char c) const { return tables_->flags[c] & LangPackTables::kWordCharacter; }
   std::int16_t GetSortOrder(unsigned char c) const { return tables_->sort[c]; }
   unsigned char ToIndex(unsigned char c) const { return tables_->toIndex[c]; }
+  // Folds text into out, which has room for it; nothing ends it there.
+  void ToIndex(std::string_view text, char* out) const {
+    const auto& table = tables_->toIndex;
+    for (const char c : text) *out++ = static_cast<char>(table[static_cast<unsigned char>(c)]);
+  }
   // Folds in place and returns text.
   std::string& ToIndex(std::string& text) const;
   // For loops over text: IsAlnum, white space and the sentence and line ends in one look-up.

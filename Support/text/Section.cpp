@@ -75,28 +75,8 @@ void TavoSection::UnLock() {
   if (lockCount_ < 1) OnFree();
 }
 
-TavoWord* TavoSection::GetFirstWord() {
-  ParseIfNeeded();
-  return words_.empty() ? nullptr : GetWordAt(0);
-}
-
-TavoWord* TavoSection::GetNextWord(const TavoWord* word) {
-  const int next = word->number_ + 1;
-  return next < GetWordsNumber() ? GetWordAt(next) : nullptr;
-}
-
 TavoWord* TavoSection::GetLastWord() {
   return words_.empty() ? nullptr : GetWordAt(GetWordsNumber() - 1);
-}
-
-TavoWord* TavoSection::GetFirstItem() {
-  ParseIfNeeded();
-  return items_.empty() ? nullptr : &items_.front();
-}
-
-TavoWord* TavoSection::GetNextItem(const TavoWord* item) {
-  const int next = item->itemNumber_ + 1;
-  return next < GetItemsNumber() ? GetItemAt(next) : nullptr;
 }
 
 TavoWord* TavoSection::GetLastItem() {

@@ -129,13 +129,25 @@ class SUPPORT_API TavoSection {
   // Walking the real words and all items. Null at the end. GetFirstWord and GetFirstItem parse
   // when need be; the others see what a parse left. GetNextWord takes any item of the section.
   // GetWordAt and GetItemAt expect valid indices.
-  TavoWord* GetFirstWord();
-  TavoWord* GetNextWord(const TavoWord* word);
+  TavoWord* GetFirstWord() {
+    ParseIfNeeded();
+    return words_.empty() ? nullptr : GetWordAt(0);
+  }
+  TavoWord* GetNextWord(const TavoWord* word) {
+    const int next = word->number_ + 1;
+    return next < GetWordsNumber() ? GetWordAt(next) : nullptr;
+  }
   TavoWord* GetLastWord();
   TavoWord* GetWordAt(int index) { return &items_[static_cast<std::size_t>(words_[index])]; }
   int GetWordsNumber() const { return static_cast<int>(words_.size()); }
-  TavoWord* GetFirstItem();
-  TavoWord* GetNextItem(const TavoWord* item);
+  TavoWord* GetFirstItem() {
+    ParseIfNeeded();
+    return items_.empty() ? nullptr : &items_.front();
+  }
+  TavoWord* GetNextItem(const TavoWord* item) {
+    const int next = item->itemNumber_ + 1;
+    return next < GetItemsNumber() ? GetItemAt(next) : nullptr;
+  }
   TavoWord* GetLastItem();
   TavoWord* GetItemAt(int index) { return &items_[static_cast<std::size_t>(index)]; }
   int GetItemsNumber() const { return static_cast<int>(items_.size()); }
@@ -147,8 +159,12 @@ class SUPPORT_API TavoSection {
   int GetWordInSentence(const TavoWord* word) const;
   int GetWordInParagraph(const TavoWord* word) const;
   int GetSentenceInParagraph(const TavoWord* word) const;
-  int IsWordStartingSentence(const TavoWord* word) const;
-  int IsWordStartingParagraph(const TavoWord* word) const;
+  int IsWordStartingSentence(const TavoWord* word) const {
+    return StartsAfter(sentenceBreaks_, word, wordInSentence_);
+  }
+  int IsWordStartingParagraph(const TavoWord* word) const {
+    return StartsAfter(paragraphBreaks_, word, wordInParagraph_);
+  }
   // Of the section's end, in the document: the position of the first plus the words less one, and
   // plus the breaks.
   int GetLastWordNumber() const { return wordPosition_ + GetWordsNumber() - 1; }
@@ -236,7 +252,11 @@ class SUPPORT_API TavoSection {
   bool EndsParagraph(const TavoWord& item) const;
   int WordsAfterLast(const BreakList& breaks) const;
   int EndsWith(const BreakList& breaks) const;
-  int StartsAfter(const BreakList& breaks, const TavoWord* word, int countOnEntry) const;
+  static int StartsAfter(const BreakList& breaks, const TavoWord* word, int countOnEntry) {
+    const int number = word->GetNumber();
+    if (number < 1 && countOnEntry == 0) return 1;
+    return breaks.GetLastUpTo(number) == number;
+  }
   int CountWithin(const BreakList& breaks, const TavoWord* word, int countOnEntry) const;
 
   // Pointing items at the contents, and compounds at their parts.

@@ -52,21 +52,6 @@ int TavoSection::GetSentenceInParagraph(const TavoWord* word) const {
   return count - sentenceBreaks_.CountUpTo(paragraphOpened);
 }
 
-int TavoSection::StartsAfter(const BreakList& breaks, const TavoWord* word,
-                             int countOnEntry) const {
-  const int number = word->GetNumber();
-  if (number < 1 && countOnEntry == 0) return 1;
-  return breaks.GetLastUpTo(number) == number;
-}
-
-int TavoSection::IsWordStartingSentence(const TavoWord* word) const {
-  return StartsAfter(sentenceBreaks_, word, wordInSentence_);
-}
-
-int TavoSection::IsWordStartingParagraph(const TavoWord* word) const {
-  return StartsAfter(paragraphBreaks_, word, wordInParagraph_);
-}
-
 int TavoSection::WordsAfterLast(const BreakList& breaks) const {
   const int words = GetWordsNumber();
   return breaks.IsEmpty() ? words : words - static_cast<int>(breaks.GetLast()) + 1;

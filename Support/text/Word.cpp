@@ -45,13 +45,12 @@ TavoWord TavoWord::CopyLooking() const {
   return copy;
 }
 
-int TavoWord::IsMarked() const {
-  return marked_ || std::any_of(parts_, parts_ + partCount_,
-                                [](const TavoWord& part) { return part.IsMarked(); });
+int TavoWord::IsPartMarked() const {
+  return std::any_of(parts_, parts_ + partCount_,
+                     [](const TavoWord& part) { return part.IsMarked(); });
 }
 
-std::string_view TavoWord::GetStriptView() const {
-  if (type_ != kCompound) return GetText();
+std::string_view TavoWord::GetStriptCompound() const {
   int first = 0;
   while (first < partCount_ && !parts_[first].IsRealWord()) ++first;
   int last = partCount_ - 1;

@@ -70,12 +70,14 @@ class SUPPORT_API TavoWord {
   void Mark() { marked_ = 1; }
   void UnMark() { marked_ = 0; }
   int IsWholeMarked() const { return marked_; }
-  int IsMarked() const;
+  int IsMarked() const { return marked_ || (partCount_ > 0 && IsPartMarked()); }
 
   // The text without leading and trailing punctuation: of a compound, from its first part that is
   // a word to its last; of any other item, all of it. The second form looks at the word's text.
   std::string GetStriptWord() const { return std::string(GetStriptView()); }
-  std::string_view GetStriptView() const;
+  std::string_view GetStriptView() const {
+    return type_ == kCompound ? GetStriptCompound() : GetText();
+  }
 
   // The parts of a compound, in order; null at the end, or when there is none.
   TavoWord* GetFirstWord() { return partCount_ > 0 ? parts_ : nullptr; }
@@ -103,6 +105,8 @@ class SUPPORT_API TavoWord {
     std::vector<TavoWord> parts;
   };
 
+  int IsPartMarked() const;
+  std::string_view GetStriptCompound() const;
   TavoWord* GetPart(int index) const {
     return index >= 0 && index < partCount_ ? parts_ + index : nullptr;
   }

@@ -157,6 +157,14 @@ void RequireWritten(int result, const std::string& path) {
   if (result == 0) throw CommandError(PathForPerson(path) + ": cannot be written");
 }
 
+// Only reading it back tells whether the file holds the fields.
+void SaveFields(CTavoFileINI& fields, const std::string& path) {
+  fields.Save(path.c_str());
+  CTavoFileINI written;
+  written.Load(path.c_str());
+  RequireWritten(written.GetDefinedFields() == fields.GetDefinedFields() ? 1 : 0, path);
+}
+
 void SaveMarkup(CTavoFileINI& fields, const CTavoFileIDX& list, const std::string& folder) {
   for (int i = 0; i < list.GetNumOfFileTypes(); ++i) {
     const CTavoFileType& fileType = *list.GetFileType(i);
@@ -194,7 +202,7 @@ void WriteDefinition(const DefinitionRequest& request) try {
 
   CTavoFileINI fields;
   AddFields(fields);
-  RequireWritten(fields.Save(configuration.GetFileINI().c_str()), configuration.GetFileINI());
+  SaveFields(fields, configuration.GetFileINI());
   RequireWritten(list.Save(configuration.GetFileIDX()), configuration.GetFileIDX());
   SaveMarkup(fields, list, folder);
 } catch (const TavoINIException& error) {

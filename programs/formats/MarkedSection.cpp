@@ -3,6 +3,7 @@
 #include <typeinfo>
 #include <utility>
 
+#include "Support/text/MarkedRanges.h"
 #include "programs/formats/HitStyle.h"
 
 namespace vemra {
@@ -22,18 +23,13 @@ class Marker {
     out_.reserve(contents.size() + contents.size() / 8);
   }
 
-  // Marks the word, or else those of its parts that are marked.
-  void Add(const TavoWord& word) {
-    if (word.IsWholeMarked()) {
-      const std::string_view stript = word.GetStriptView();
-      const auto before = static_cast<std::size_t>(stript.data() - word.GetText().data());
-      AddHit(static_cast<std::size_t>(word.GetStart()) + before, stript.size());
-      return;
-    }
-    for (const TavoWord* part = word.GetFirstWord(); part != nullptr;
-         part = word.GetNextWord(part)) {
-      Add(*part);
-    }
+  // The hit has links of its own, which must not stand within one of the document.
+  void AddHit(const TavoTextRange& range) {
+    const auto start = static_cast<std::size_t>(range.start);
+    CopyUpTo(start);
+    WriteOutsideLink([this] { style_.AppendOpening(++hits_, out_); });
+    CopyWithinHit(start + static_cast<std::size_t>(range.length));
+    WriteOutsideLink([this] { style_.AppendClosing(hits_, out_); });
   }
 
   std::string Finish() {
@@ -43,14 +39,6 @@ class Marker {
   int GetHits() const { return hits_; }
 
  private:
-  // The hit has links of its own, which must not stand within one of the document.
-  void AddHit(std::size_t start, std::size_t length) {
-    CopyUpTo(start);
-    WriteOutsideLink([this] { style_.AppendOpening(++hits_, out_); });
-    CopyWithinHit(start + length);
-    WriteOutsideLink([this] { style_.AppendClosing(hits_, out_); });
-  }
-
   template <typename Write>
   void WriteOutsideLink(Write write) {
     link_.AppendEnd(out_);
@@ -112,9 +100,7 @@ MarkedSection::MarkedSection(const TavoSection& section, const HitStyle& style)
 
 void MarkedSection::MarkContents() {
   Marker marker(GetContents(), markup_, style_, GetCurrentHighlightCount());
-  for (const TavoWord* item = GetFirstItem(); item != nullptr; item = GetNextItem(item)) {
-    if (item->IsMarked()) marker.Add(*item);
-  }
+  for (const TavoTextRange& range : GetMarkedRanges(*this)) marker.AddHit(range);
   SetInitialHighlightCount(marker.GetHits());
   SetMarkedContents(marker.Finish());
 }

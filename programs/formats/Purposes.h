@@ -9,6 +9,7 @@
 #include "Support/text/Output.h"
 #include "Support/text/Section.h"
 #include "Support/text/THWrapper.h"
+#include "programs/formats/HitStyle.h"
 #include "programs/formats/MarkedSection.h"
 
 // What a document is parsed for: each purpose is a class over a format, which is a FormatParser.

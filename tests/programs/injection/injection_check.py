@@ -175,7 +175,7 @@ def main():
         def check(what, *arguments, words=False):
             nonlocal shown
             code, page, errors = run(vemra, *arguments)
-            if code == 2 and not page:
+            if code == 2 and not page and not words:
                 return  # a query that cannot be read
             shown += 1
             faults.extend(f"{what}: {fault}" for fault in problems(page))
