@@ -7,6 +7,7 @@
 #include <thread>
 #include <vector>
 
+#include "Support/platform/Process.h"
 #include "Support/services/DBAccess.h"
 #include "tests/TempFolder.h"
 
@@ -20,6 +21,7 @@ class AccessHolder {
     std::promise<void> made;
     thread_ = std::thread([&, end = end_.get_future().share()] {
       access_ = std::make_unique<TavoDBAccess>(path);
+      threadId_ = platform::GetThreadId();
       made.set_value();
       end.wait();
     });
@@ -33,10 +35,12 @@ class AccessHolder {
   AccessHolder& operator=(const AccessHolder&) = delete;
 
   TavoDBAccess* operator->() { return access_.get(); }
+  std::uint32_t GetThreadId() const { return threadId_; }
 
  private:
   std::promise<void> end_;
   std::unique_ptr<TavoDBAccess> access_;
+  std::uint32_t threadId_ = 0;
   std::thread thread_;
 };
 
