@@ -43,7 +43,10 @@ namespace vemra {
 // for ever. A searcher's line is told by computer and thread, so an object and another one of the
 // same thread share a line. The indexer's line names no computer: it is told by the thread id alone
 // (kept: the line has no room for both). When the line of an indexer in memory bears another thread
-// id in the file it is another holder, whose clock starts anew.
+// id in the file it is another holder, whose clock starts anew. A line that somebody has written
+// back in the second of its release is its owner's again: the thread of an indexer that has
+// released its access does not ask anew before a term is over, or it may find itself beside a
+// searcher.
 //
 // One thread at a time uses an object. The operations of all objects of a process must not overlap,
 // as MakeKey has one buffer for all: the callers serialise them.

@@ -103,7 +103,7 @@ class Actor {
   void Run() {
     if (&slot_ == &board_.slots[0]) Index();  // even in a short campaign somebody does
     while (!campaign_.IsOver()) {
-      if (random_() % (campaign_.hasRealClock ? 100 : 60) == 0) {
+      if (!hasIndexed_ && random_() % 40 == 0) {
         Index();
       } else {
         Search();
@@ -138,7 +138,10 @@ class Actor {
     Cycle([&] { return access_.ReleaseSearchAccess(); });
   }
 
+  // Once in its life: a thread that asks again soon after its release may find its own line, which
+  // somebody who watched it has written back, and take it for a grant (see docs/access.md).
   void Index() {
+    hasIndexed_ = true;
     const auto ask = [&] { return access_.GetIndexingAccess(TimeSpan(kTerm)); };
     for (int i = 0; i < 100 && !campaign_.IsOver(); ++i) {
       if (Cycle(ask) != 0 && access_.GetIndexingStatus() == TavoDBAccess::kIndexing) {
@@ -178,6 +181,7 @@ class Actor {
     const DateTime now = access_.GetLastUpdateTime();
     std::map<std::pair<std::string, std::uint32_t>, Seen> seen;
     for (const AccessEntry& holder : access_.GetHolders()) {
+      if (holder.threadId == static_cast<std::uint32_t>(::getpid())) continue;  // renewed at will
       const auto key = std::make_pair(holder.name, holder.threadId);
       const auto known = seen_.find(key);
       Seen line{now - holder.lastUpdate, holder.lastUpdate};
@@ -201,6 +205,7 @@ class Actor {
   Board& board_;
   Slot& slot_;
   std::mt19937 random_;
+  bool hasIndexed_ = false;
   TavoDBAccess access_;
   std::map<std::pair<std::string, std::uint32_t>, Seen> seen_;  // by name and thread
 };
