@@ -36,8 +36,10 @@ constexpr std::uint32_t kSearchable = fieldrule::kWildcard | fieldrule::kProximi
 
 constexpr FieldRow kFields[] = {
     {"General", kGeneral, kSearchable},
-    {"Title", kTitle, kSearchable | fieldrule::kAddToGeneral | fieldrule::kAltSort},
-    {"Author", kAuthor, kSearchable | fieldrule::kAddToGeneral | fieldrule::kDictionary},
+    {"Title", kTitle,
+     kSearchable | fieldrule::kAddToGeneral | fieldrule::kAltSort | fieldrule::kExpressions},
+    {"Author", kAuthor,
+     kSearchable | fieldrule::kAddToGeneral | fieldrule::kDictionary | fieldrule::kExpressions},
     {"Keywords", kKeywords, kSearchable | fieldrule::kAddToGeneral | fieldrule::kDictionary},
     {"Description", kDescription, kSearchable | fieldrule::kAddToGeneral},
     {"Link", kLink, kSearchable | fieldrule::kAddToGeneral | fieldrule::kLink},

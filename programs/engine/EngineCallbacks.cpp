@@ -40,9 +40,11 @@ std::uint32_t BeginText(unsigned short) {
 }
 
 void AddWord(const char* word, int field, std::uint32_t flags, std::uint32_t textno, int part) {
-  if ((flags & kSectionWord) == 0 || textno == kNoText) return;
+  if (textno == kNoText) return;
   IndexWriter& writer = GetWriter();
-  if (part == 0) {
+  if ((flags & kSectionWord) == 0) {
+    writer.AddExpression(field, word);
+  } else if (part == 0) {
     writer.AddWord(field, word);
   } else {
     writer.AddAtSamePosition(field, word);

@@ -11,10 +11,9 @@ class IndexWriter;
 // The callback table through which the library's indexing sink hands a text to an IndexWriter. The
 // table holds plain functions, so one object lives at a time in a process.
 //
-// Of what the sink sends, this engine keeps the words with their positions, the titles and the sort
-// keys, and where sentences and paragraphs begin. It keeps neither stored text (documents are read
-// again to be shown), nor index entries, nor expressions: an expression has no place among the
-// words.
+// Of what the sink sends, this engine keeps the words with their positions, the expressions, the
+// titles and the sort keys, and where sentences and paragraphs begin. It keeps neither stored text
+// (documents are read again to be shown) nor index entries.
 class EngineCallbacks {
  public:
   using MessageFunction = std::function<void(const char* text, unsigned long level)>;

@@ -31,8 +31,16 @@ void HitSearch::MarkWords(TavoSection& section, const CTavoFieldList& fields) {
       hits_.begin(), hits_.end(), std::tie(fieldno, first),
       [](const Hit& a, const auto& place) { return std::tie(a.fieldno, a.position) < place; });
   for (; hit != hits_.end() && hit->fieldno == fieldno && hit->position < seen; ++hit) {
-    Mark(*section.GetWordAt(hit->position - first), *hit->words, *section.GetLangPack());
+    if (hit->sectionWords > 0) {
+      MarkFirst(section, hit->sectionWords);
+    } else {
+      Mark(*section.GetWordAt(hit->position - first), *hit->words, *section.GetLangPack());
+    }
   }
+}
+
+void HitSearch::MarkFirst(TavoSection& section, int words) {
+  for (int i = 0; i < std::min(words, section.GetWordsNumber()); ++i) section.GetWordAt(i)->Mark();
 }
 
 void HitSearch::Mark(TavoWord& word, const std::vector<std::string>& words,

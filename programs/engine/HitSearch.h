@@ -33,6 +33,7 @@ class HitSearch : public TavoHighlightSearch {
   void Finish() override {}
 
  private:
+  static void MarkFirst(TavoSection& section, int words);
   static void Mark(TavoWord& word, const std::vector<std::string>& words, const TavoLangPack& pack);
 
   std::vector<Hit> hits_;

@@ -77,6 +77,7 @@ std::uint32_t IndexWriter::BeginText() {
   text_ = TextRecord();
   text_.number = lastNumber_ + 1;
   layout_.Clear();
+  lastFieldno_ = kNoField;
   for (const int fieldno : columns_) {
     std::string& stream = streams_[static_cast<std::size_t>(fieldno)];
     stream.clear();
@@ -89,6 +90,7 @@ void IndexWriter::AddWord(int fieldno, std::string_view word) {
   const auto field = static_cast<std::size_t>(fieldno);
   if (field >= isColumn_.size() || !isColumn_[field]) return;
   AppendWord(streams_[field], word);
+  lastFieldno_ = fieldno;
   layout_.AddWord(fieldno);
   ++text_.words;
 }
@@ -97,6 +99,13 @@ void IndexWriter::AddAtSamePosition(int fieldno, std::string_view word) {
   const auto field = static_cast<std::size_t>(fieldno);
   if (field >= isColumn_.size() || !isColumn_[field]) return;
   AppendAtSamePosition(streams_[field], word);
+}
+
+// It goes to the column of the words that it stands for, at the last of them.
+void IndexWriter::AddExpression(int fieldno, std::string_view expression) {
+  if (lastFieldno_ == kNoField) return;
+  AppendAtSamePosition(streams_[static_cast<std::size_t>(lastFieldno_)],
+                       ExpressionToken(fieldno, expression));
 }
 
 void IndexWriter::StartSentence() {

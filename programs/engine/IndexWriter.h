@@ -38,6 +38,8 @@ class IndexWriter {
   // are kept, and only those are compared. A word of a field that is not kept is dropped.
   void AddWord(int fieldno, std::string_view word);
   void AddAtSamePosition(int fieldno, std::string_view word);
+  // An expression of a field, which stands for the words that were just added.
+  void AddExpression(int fieldno, std::string_view expression);
   // The next word begins a sentence, or a paragraph and with it a sentence.
   void StartSentence();
   void StartParagraph();
@@ -51,6 +53,8 @@ class IndexWriter {
   void Finish();
 
  private:
+  static constexpr int kNoField = -1;
+
   static TavoFile LockIndex(const std::string& path);
   void PrepareFile();
   void StartBatch();
@@ -67,6 +71,7 @@ class IndexWriter {
   std::uint32_t lastNumber_ = 0;
   TextRecord text_;                                // the current one
   std::array<std::string, kMaxFields> streams_{};  // its words by field (WordStream.h)
+  int lastFieldno_ = kNoField;                     // that its last word was added to
   LayoutWriter layout_;                            // and how they follow each other
   std::size_t batchBytes_ = 0;
   int batchTexts_ = 0;

@@ -83,7 +83,7 @@ bool Matcher::CollectAnd(const QueryNode& node, std::vector<Hit>& hits) {
 
 void Matcher::AddHits(const QueryNode& phrase, int fieldno, int position, std::vector<Hit>& hits) {
   for (const QueryTerm& term : phrase.terms) {
-    hits.push_back({fieldno, position++, &term.alternatives});
+    hits.push_back({fieldno, position++, &term.alternatives, term.sectionWords});
   }
 }
 

@@ -16,11 +16,14 @@
 namespace vemra::engine {
 
 // A word of a text that a query matched: the position-th word, from 0, of the words indexed under
-// a field. words are those that the query allows there, a loan of the query.
+// a field. words are those that the query allows there, a loan of the query. A hit of an expression
+// is at the last word of the section that the expression stands for, and means its first
+// sectionWords words, whatever they are.
 struct Hit {
   int fieldno = 0;
   int position = 0;
   const std::vector<std::string>* words = nullptr;
+  int sectionWords = 0;
 };
 
 // Decides whether texts match a query and by which words, from the places of its phrases in them.

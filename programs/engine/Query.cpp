@@ -21,6 +21,17 @@ CTavoFieldList ColumnsOf(const CTavoFileINI& definitions, int field) {
   return columns;
 }
 
+CTavoFieldList ExpressionsOf(const CTavoFileINI& definitions, const CTavoFieldList& columns) {
+  CTavoFieldList expressions;
+  POSITION position = columns.GetStartPosition();
+  while (position != 0) {
+    const int fieldno = columns.GetNextFieldno(position);
+    if ((definitions.GetFieldRule(fieldno) & fieldrule::kExpressions) != 0)
+      expressions.Set(fieldno);
+  }
+  return expressions;
+}
+
 std::string FormatColumns(const CTavoFieldList& columns) {
   std::string text;
   POSITION position = columns.GetStartPosition();
@@ -74,7 +85,8 @@ QueryLanguage MakeQueryLanguage(const CTavoFileINI& definitions, const TavoLangP
   POSITION position = definitions.GetStartPosition();
   while (position != 0) {
     const CTavoField* field = definitions.GetNextField(position);
-    language.fields.push_back({field->GetName(), ColumnsOf(definitions, field->GetFieldno())});
+    const CTavoFieldList columns = ColumnsOf(definitions, field->GetFieldno());
+    language.fields.push_back({field->GetName(), columns, ExpressionsOf(definitions, columns)});
     if (field == general) language.general = language.fields.back().columns;
   }
   if (general == nullptr) language.general = definitions.GetDefinedFields();

@@ -25,6 +25,8 @@ class TavoLangPack;
 //                         either order. Beside an operator stands a word, a pattern, a phrase, or
 //                         some of these in parentheses, joined by OR; a /s b /p c asks for a b that
 //                         is in one sentence with an a and in one paragraph with a c
+//   Title:= cat food;     texts of which a whole run of the field, such as the title, reads so; the
+//                         field is to have the rule for expressions; quotes are allowed around it
 //   Title: cat dog;       words of one field, up to the semicolon, the closing parenthesis, or the
 //                         end; the field's name as defined, in any case
 //
@@ -33,12 +35,14 @@ class TavoLangPack;
 // passed over.
 namespace vemra::engine {
 
-// One place of a phrase: a folded word, or a pattern. The alternatives are the words of the index
-// that may stand there: the word itself, or what the pattern was expanded to.
+// One place of a phrase: a folded word, a pattern, or "=" and an expression. The alternatives are
+// the words of the index that may stand there: the word itself, what the pattern was expanded to,
+// or the tokens of the expression.
 struct QueryTerm {
   std::string text;
   bool isPattern = false;
   std::vector<std::string> alternatives;
+  int sectionWords = 0;  // of an expression: it stands for so many first words of its section
 };
 
 // How two neighbours in a chain of operators stand to each other.
@@ -67,6 +71,7 @@ struct QueryLanguage {
   struct Field {
     std::string name;
     CTavoFieldList columns;
+    CTavoFieldList expressions{};  // those of columns that keep expressions
   };
 
   const TavoLangPack* pack = nullptr;  // a loan

@@ -6,6 +6,7 @@
 #include "Support/text/LangPack.h"
 #include "Support/text/Section.h"
 #include "programs/engine/Query.h"
+#include "programs/engine/WordStream.h"
 
 namespace vemra::engine {
 namespace {
@@ -60,7 +61,7 @@ constexpr const char* kRelationOperands =
     "an operator between words stands beside words, phrases, and those in parentheses joined by OR";
 
 bool IsPhrase(const QueryNode& node) {
-  return node.kind == QueryNode::Kind::kPhrase;
+  return node.kind == QueryNode::Kind::kPhrase && node.terms.front().sectionWords == 0;
 }
 
 bool MayBeNear(const QueryNode& node) {
@@ -220,7 +221,7 @@ class Parser {
     if (Next() == '(') return ParseParentheses(columns);
     if (Next() == '"') return ParsePhrase(columns);
     std::size_t nameLength = 0;
-    if (const CTavoFieldList* field = FindField(nameLength)) return ParseField(*field, nameLength);
+    if (const auto* field = FindField(nameLength)) return ParseField(*field, nameLength);
     return ParseWord(columns);
   }
 
@@ -237,15 +238,57 @@ class Parser {
     return node;
   }
 
-  std::optional<QueryNode> ParseField(const CTavoFieldList& field, std::size_t nameLength) {
+  std::optional<QueryNode> ParseField(const QueryLanguage::Field& field, std::size_t nameLength) {
     const std::size_t offset = Offset();
     Enter(offset);
     input_.MoveOn(static_cast<int>(nameLength) + 1);  // and the colon
+    const bool isExpression = Next() == '=';
+    if (isExpression) input_.MoveOn(1);
     input_.EatWhiteSpace();
-    std::optional<QueryNode> node = ParseAlternatives(field);
+    std::optional<QueryNode> node =
+        isExpression ? ParseExpression(field, offset) : ParseAlternatives(field.columns);
     if (!node) Fail(offset, "there is no word for this field");
     if (Next() == ';') input_.CutWord();
     --depth_;
+    return node;
+  }
+
+  // A whole run of the field's text, in quotes or up to the end of the field.
+  std::optional<QueryNode> ParseExpression(const QueryLanguage::Field& field, std::size_t offset) {
+    if (field.expressions.IsEmpty() != 0) {
+      Fail(offset, "the field " + field.name + " keeps no expressions");
+    }
+    std::string text;
+    if (Next() == '"') {
+      const std::size_t quote = Offset();
+      if (input_.GetQuotedStringOrWord(text, 1) == 0) Fail(quote, "this '\"' is not closed");
+      text = text.substr(1, text.size() - 2);
+    } else {
+      const std::string_view unread = input_.GetUnread();
+      text = Trim(unread.substr(0, unread.find_first_of(");")));
+      input_.MoveOn(static_cast<int>(std::min(unread.find_first_of(");"), unread.size())));
+    }
+    input_.EatWhiteSpace();
+    if (!AtEnd()) Fail(Offset(), "an expression ends with ';'");
+    return MakeExpression(field.expressions, text, offset);
+  }
+
+  // The index holds it in the column of the words that it stands for, whichever that is.
+  std::optional<QueryNode> MakeExpression(const CTavoFieldList& fields, const std::string& text,
+                                          std::size_t offset) {
+    TavoSection section(nullptr, text, language_.pack);
+    if (section.GetFirstWord() == nullptr) return std::nullopt;
+    QueryNode node;
+    for (const QueryLanguage::Field& field : language_.fields) node.columns |= field.columns;
+    QueryTerm term;
+    const std::string expression = section.MakeExpression(&term.sectionWords);
+    POSITION position = fields.GetStartPosition();
+    while (position != 0) {
+      term.alternatives.push_back(ExpressionToken(fields.GetNextFieldno(position), expression));
+    }
+    term.text = '=' + expression;
+    CountTerm(offset);
+    node.terms.push_back(std::move(term));
     return node;
   }
 
@@ -254,12 +297,11 @@ class Parser {
   }
 
   // The field whose name and colon come next.
-  const CTavoFieldList* FindField(std::size_t& nameLength) const {
+  const QueryLanguage::Field* FindField(std::size_t& nameLength) const {
     const std::string_view unread = input_.GetUnread().substr(0, kMaxFieldName);
     nameLength = unread.find_first_of("():;\"");
     if (nameLength == std::string_view::npos || unread[nameLength] != ':') return nullptr;
-    const auto* field = language_.FindField(Trim(unread.substr(0, nameLength)));
-    return field == nullptr ? nullptr : &field->columns;
+    return language_.FindField(Trim(unread.substr(0, nameLength)));
   }
 
   std::optional<QueryNode> ParsePhrase(const CTavoFieldList& columns) {
@@ -320,10 +362,14 @@ class Parser {
   }
 
   void AddTerm(QueryNode& node, const std::string& text, bool isPattern, std::size_t offset) {
-    if (++terms_ > kMaxQueryTerms) Fail(offset, "there are too many words");
+    CountTerm(offset);
     QueryTerm term{text, isPattern, {}};
     if (!isPattern) term.alternatives.push_back(text);
     node.terms.push_back(std::move(term));
+  }
+
+  void CountTerm(std::size_t offset) {
+    if (++terms_ > kMaxQueryTerms) Fail(offset, "there are too many words");
   }
 
   QueryInput input_;

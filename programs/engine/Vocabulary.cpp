@@ -1,6 +1,7 @@
 #include "programs/engine/Vocabulary.h"
 
 #include "programs/engine/IndexDatabase.h"
+#include "programs/engine/WordStream.h"
 
 namespace vemra::engine {
 namespace {
@@ -24,7 +25,9 @@ void VocabularyWalk::Seek(const std::string& prefix) {
 }
 
 bool VocabularyWalk::Next() {
-  if (words_.Step() && GetWord().starts_with(prefix_)) return true;
+  while (words_.Step() && GetWord().starts_with(prefix_)) {
+    if (!IsExpressionToken(GetWord())) return true;
+  }
   words_.Reset();
   return false;
 }

@@ -10,8 +10,8 @@ namespace vemra::engine {
 
 class IndexDatabase;
 
-// A walk over the words of an index that begin with a prefix, in byte order, each once for every
-// field that it stands in. The index is a loan.
+// A walk over the words of an index, expressions left out, that begin with a prefix, in byte order,
+// each once for every field that it stands in. The index is a loan.
 class VocabularyWalk {
  public:
   explicit VocabularyWalk(IndexDatabase& index);

@@ -9,6 +9,7 @@ constexpr char kNextPosition = 1;
 constexpr char kSamePosition = 2;
 constexpr char kEscape = 3;
 constexpr char kEscapedOffset = 64;
+constexpr char kExpression = 4;
 
 bool NeedsEscape(char c) {
   return static_cast<unsigned char>(c) <= kEscape;
@@ -50,6 +51,14 @@ void AppendWord(std::string& stream, std::string_view word) {
 
 void AppendAtSamePosition(std::string& stream, std::string_view word) {
   Append(stream, kSamePosition, word);
+}
+
+std::string ExpressionToken(int fieldno, std::string_view expression) {
+  return kExpression + std::to_string(fieldno) + ':' + std::string(expression);
+}
+
+bool IsExpressionToken(std::string_view word) {
+  return word.starts_with(kExpression);
 }
 
 WordStreamReader::WordStreamReader(std::string_view stream) : stream_(stream) {

@@ -15,6 +15,11 @@ namespace vemra::engine {
 void AppendWord(std::string& stream, std::string_view word);
 void AppendAtSamePosition(std::string& stream, std::string_view word);
 
+// The word that stands for an expression of a field. No word of a document begins as it does, with
+// a control character.
+std::string ExpressionToken(int fieldno, std::string_view expression);
+bool IsExpressionToken(std::string_view word);
+
 // Reads a stream. Bytes before the first marker belong to no word and are passed over.
 class WordStreamReader {
  public:

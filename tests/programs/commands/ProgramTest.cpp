@@ -108,6 +108,37 @@ TEST_F(ProgramTest, FindsByOperatorsBetweenWords) {
   EXPECT_THAT(run.out, HasSubstr("[1]One dog and a [2]black cat sleep. The cat eats."));
 }
 
+TEST_F(ProgramTest, FindsExpressions) {
+  std::string title;
+  for (int i = 1; i <= 20; ++i) title += "w" + std::to_string(i) + ' ';
+  AddDocument("cat.html",
+              "<title>Cat  food</title><meta name=author content=\"A. B-C\"><p>dog</p>");
+  AddDocument("more.html", "<title>More cat food</title><p>Cat food</p>");
+  AddDocument("long.html", "<title>" + title + "</title>");
+  CreateAndIndex();
+  EXPECT_THAT(Find("Title:= cat FOOD;"), ElementsAre("cat.html"));
+  EXPECT_THAT(Find("General:= cat food; dog"), ElementsAre("cat.html"));
+  EXPECT_THAT(Find("Author:=\"a. b-c\""), ElementsAre("cat.html"));
+  EXPECT_THAT(Find("Author:= cat food"), ElementsAre());
+  EXPECT_THAT(Find("Title:= food"), ElementsAre());
+  EXPECT_THAT(Find("cat NOT Title:= cat food;"), ElementsAre("more.html"));
+  EXPECT_THAT(Find("Title:= " + title), ElementsAre("long.html"));
+  // They are no words: patterns and the dictionary pass over them.
+  EXPECT_THAT(Find("*cat*food*"), ElementsAre());
+  EXPECT_EQ(
+      Json::parse(Vemra({"dictionary", File("db.cfg"), "", "--json"}).out)["words"][0]["word"],
+      "a");
+  const auto show = [this](const std::string& query) {
+    const Json hits = Json::parse(Vemra({"search", File("db.cfg"), query, "--json"}).out)["hits"];
+    const std::string number = std::to_string(hits[0]["number"].get<int>());
+    return Vemra({"show", File("db.cfg"), number, "--query", query}).out;
+  };
+  EXPECT_EQ(show("Title:= cat food;"), "Title: [1]Cat [2]food\nAuthor: A. B-C\n\ndog\n");
+  const std::string shown = show("Title:= " + title);
+  EXPECT_THAT(shown, HasSubstr("Title: [1]w1 "));
+  EXPECT_THAT(shown, HasSubstr(" [16]w16 w17 w18 "));
+}
+
 TEST_F(ProgramTest, SortsByAField) {
   const char* const pages[][3] = {{"a.html", "beta", "30"},
                                   {"b.html", "\xc3\xa4rger", "4294967295"},

@@ -18,8 +18,9 @@ QueryLanguage TestLanguage() {
   QueryLanguage language;
   language.pack = TavoLangPack::GetDefault();
   language.general = ListOf({0, 1, 7});
-  language.fields = {
-      {"General", language.general}, {"Title", ListOf({1})}, {"Image text", ListOf({7})}};
+  language.fields = {{"General", language.general},
+                     {"Title", ListOf({1}), ListOf({1})},
+                     {"Image text", ListOf({7})}};
   return language;
 }
 
@@ -55,6 +56,16 @@ TEST(QueryParser, BuildsTheTree) {
       {"(Title : cat) dog", "AND(1:cat dog)"},
       {"Title: cat Image text: dog; mouse;", "AND(1:cat 7:dog 1:mouse)"},
       {"cat; dog;; mouse", "AND(cat dog mouse)"},
+      {"Title:= Cat,  food; dog",
+       "AND(=cat,\xa0"
+       "food dog)"},
+      {"(title:=cat) dog", "AND(=cat\xa0 dog)"},
+      {"Title:=\"a (b); c\"; dog",
+       "AND(=a\xa0(b);\xa0"
+       "c dog)"},
+      {"Title:= cat OR dog",
+       "=cat\xa0or\xa0"
+       "dog"},
       {"cat /s dog", "NEAR(cat /s dog)"},
       {"cat /S dog /12 \"dog food\" /P w*", "NEAR(cat /s dog /12 \"dog food\" /p w*)"},
       {"a cat /5 dog b", "AND(a NEAR(cat /5 dog) b)"},
@@ -115,6 +126,13 @@ TEST(QueryParser, PointsAtWhatIsWrong) {
        "an operator between words stands beside words, phrases, and those in parentheses joined by "
        "OR"},
       {"(a /s b) /p c", 0,
+       "an operator between words stands beside words, phrases, and those in parentheses joined by "
+       "OR"},
+      {"Image text:= cat", 0, "the field Image text keeps no expressions"},
+      {"cat Title:= ...;", 4, "there is no word for this field"},
+      {"Title:= \"cat", 8, "this '\"' is not closed"},
+      {"Title:= \"cat\" dog;", 14, "an expression ends with ';'"},
+      {"Title:= cat; /s dog", 0,
        "an operator between words stands beside words, phrases, and those in parentheses joined by "
        "OR"},
       {"cat **", 4, "* and ? need a letter or a digit beside them"},
