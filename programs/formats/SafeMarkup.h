@@ -28,8 +28,9 @@ struct PlainAttribute {
 // Whether an attribute of the element is written at all, so that its value is worth reading.
 bool IsWrittenInPage(const HtmlElement& element, std::string_view attribute);
 
-// Values beyond so many bytes are left out with their attributes.
-inline constexpr std::size_t kMaxAttribute = 2000;
+// Values beyond so many bytes are left out with their attributes: a link is written anew around
+// each hit within it.
+inline constexpr std::size_t kMaxAttribute = 300;
 
 // The tag with which an element begins that is written. Only attributes of language, direction,
 // layout of lists and tables, titles, links and their targets are kept. A link is kept when

@@ -4,8 +4,10 @@
 #include <random>
 
 #include "Recording.h"
+#include "Support/text/HighlightSearch.h"
 #include "programs/formats/Html.h"
 #include "programs/formats/PlainText.h"
+#include "programs/formats/Purposes.h"
 
 namespace vemra::test {
 namespace {
@@ -118,6 +120,40 @@ TEST(ExtremeInputTest, RepeatedMarkupGivesBoundedRuns) {
     EXPECT_EQ(text.ParseDocument(page), 1);
     EXPECT_LE(LongestOf(html.texts), FormatParser::kMaxRun);
     EXPECT_LE(LongestOf(text.texts), FormatParser::kMaxRun);
+  }
+}
+
+class MarkEveryWord : public TavoHighlightSearch {
+ public:
+  void MarkWords(TavoSection& section, const CTavoFieldList& /*fields*/) override {
+    section.MarkAllWords();
+  }
+  void Finish() override {}
+};
+
+// Tags that cross, and links around hits, are written again and again.
+TEST(ExtremeInputTest, PageIsABoundedMultipleOfItsDocument) {
+  const std::vector<std::string> names = {"abbr", "b", "big", "cite", "code",  "em",  "font", "i",
+                                          "ins",  "q", "s",   "samp", "small", "sub", "sup",  "u"};
+  std::string nested;
+  for (const std::string& name : names)
+    nested += '<' + name + " title=" + std::string(99, 'x') + '>';
+  std::string crossed = nested;
+  while (crossed.size() < 100000) {
+    for (const std::string& name : names) crossed += "</" + name + "><" + name + '>';
+  }
+  std::string link = "<a href='" + std::string(299, 'x') + "'>" + nested;
+  while (link.size() < 20000) link += "x ";
+  for (const std::string& document : {crossed, link}) {
+    PageWrapper wrapper;
+    MarkEveryWord search;
+    TavoHighlightWrapper request(TavoHighlightWrapper::kWholeDocument, &search);
+    const HtmlStyle style;
+    HighlightParser<HtmlParser> parser(&wrapper, CodePage::Windows1252(), &request, style);
+    ASSERT_EQ(parser.ParseDocument(document), 1);
+    const std::string page = parser.GetOutput()->GetOutputBuffer();
+    EXPECT_LE(page.size(), 600 * document.size());
+    EXPECT_GT(page.size(), document.size());
   }
 }
 
