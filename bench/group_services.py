@@ -2,6 +2,7 @@
 import shutil
 
 import google
+import urls
 
 
 def rows(build):
@@ -14,3 +15,6 @@ def rows(build):
         "registry-read": "sqlite",
         "config": None,
     }, env={"VEMRA_REGISTRY": str(folder / "registry.db")})
+    urls.prepare(folder / "urls.txt")
+    yield from google.pairs(build / "bench" / "url_bench", {"url": "uriparser"},
+                            env={"VEMRA_BENCH_URLS": str(folder / "urls.txt")})

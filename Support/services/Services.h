@@ -13,6 +13,7 @@
 #include "Support/services/StopIndexingEvent.h"
 #include "Support/services/Trace.h"
 #include "Support/services/TraceModules.h"
+#include "Support/services/URL.h"
 #include "Support/services/WebAction.h"
 #include "Support/services/dde/DDEServer.h"
 #include "Support/services/dde/DDEServerSystemTopic.h"

@@ -8,6 +8,7 @@
 #include "Support/definition/Definition.h"
 #include "Support/foundation/Foundation.h"
 #include "Support/foundation/INIWorker.h"
+#include "Support/services/Services.h"
 
 #ifdef CLIENT_WINDOWS_LAST
 #include <windows.h>
@@ -62,6 +63,11 @@ void WalkAFolder() {
   Check(scan.FindNextFile(path) == 1, "FindNextFile finds the program itself");
 }
 
+void TakeAURLApart() {
+  const vemra::TavoURL url("http://host/object?query");
+  Check(url.GetObject() == "/object?query", "GetObject of a URL");
+}
+
 // The system's own functions of the same names.
 void CallTheSystem() {
 #if defined(CLIENT_WINDOWS_FIRST) || defined(CLIENT_WINDOWS_LAST)
@@ -72,6 +78,10 @@ void CallTheSystem() {
   const HANDLE search = ::FindFirstFile(TEXT("Z:\\*"), &data);
   Check(search != INVALID_HANDLE_VALUE && ::FindNextFile(search, &data) != 0, "::FindNextFile");
   ::FindClose(search);
+  BITMAP bitmap{};
+  const HBITMAP handle = ::CreateBitmap(3, 2, 1, 1, nullptr);
+  Check(::GetObject(handle, sizeof bitmap, &bitmap) != 0 && bitmap.bmWidth == 3, "::GetObject");
+  ::DeleteObject(handle);
 #endif
 }
 
@@ -81,6 +91,7 @@ int main() {
   CatchAcrossTheBoundary();
   CatchASystemError();
   WalkAFolder();
+  TakeAURLApart();
   CallTheSystem();
   return failures == 0 ? 0 : 1;
 }
