@@ -20,7 +20,8 @@ def medians(program, env=None, repetitions=9):
         if run.get("error_occurred"):
             failed.append("%s: %s" % (run["name"], run["error_message"]))
         elif run.get("aggregate_name") == "median":
-            found[run["run_name"]] = run
+            # What follows ROW/SIDE tells how it was timed.
+            found["/".join(run["run_name"].split("/")[:2])] = run
     if failed:
         raise SystemExit("\n".join(failed))
     return found

@@ -15,6 +15,10 @@ def rows(build):
         "registry-read": "sqlite",
         "config": None,
     }, env={"VEMRA_REGISTRY": str(folder / "registry.db")})
+    pools = google.medians(build / "bench" / "pool_bench")
+    for row in ("pool-1", "pool-2", "pool-4"):
+        yield from google.time_rows(pools, row, ["asio", "tbb"])
+    yield from google.time_rows(pools, "pool-latency", ["asio"])
     urls.prepare(folder / "urls.txt")
     yield from google.pairs(build / "bench" / "url_bench", {"url": "uriparser"},
                             env={"VEMRA_BENCH_URLS": str(folder / "urls.txt")})

@@ -1,0 +1,273 @@
+#include "Support/services/TPool.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <random>
+#include <regex>
+#include <sstream>
+#include <stdexcept>
+#include <vector>
+
+#include "Support/foundation/INIException.h"
+#include "Support/foundation/Registry.h"
+#include "Support/platform/Clock.h"
+#include "tests/TestRegistry.h"
+#include "tests/services/PoolTasks.h"
+
+namespace vemra {
+namespace {
+
+using test::CountedTask;
+using test::Eventually;
+using test::Gate;
+using test::TaskCounts;
+using testing::ElementsAre;
+
+constexpr std::uint32_t kForever = 0xFFFFFFFF;
+
+std::vector<std::string> Shown(const CThreadPool& pool) {
+  CTaskInfoArray list;
+  pool.GetRunningTasksList(list, 0);
+  std::vector<std::string> shown;
+  for (const TaskInfo& info : list) {
+    shown.push_back(info.name + "|" + info.detail + "|" + std::to_string(info.time.GetSeconds()));
+  }
+  return shown;
+}
+
+TEST(TPoolTest, ShowsRunningTasksAndIdleThreads) {
+  platform::SetClock clock(1000);
+  TaskCounts counts;
+  Gate gate;
+  Gate started;
+  CThreadPool pool(3);
+  class Query : public CThreadPoolTask {
+   public:
+    Query(Gate& started, Gate& gate) : CThreadPoolTask("query"), started_(started), gate_(gate) {}
+    void Run() override {
+      SetDetail("a detail");
+      started_.Open();
+      gate_.Pass();
+    }
+    Gate& started_;
+    Gate& gate_;
+  };
+  EXPECT_EQ(pool.DoTask(new Query(started, gate), 0), 1U);
+  EXPECT_EQ(pool.DoTask(new CountedTask(counts, nullptr), 0), 2U);
+  started.Pass();
+  ASSERT_TRUE(Eventually([&] { return pool.GetRunningTasksCount() == 1; }));
+  ASSERT_TRUE(Eventually([&] { return Shown(pool).size() == 2; }));
+  platform::SetClock::Advance(5000);
+  EXPECT_THAT(Shown(pool), ElementsAre("query|a detail|1000", "Query Thread (Idle)|N/A|1005"));
+  CTaskInfoArray list;
+  pool.GetRunningTasksList(list, 1);
+  pool.GetRunningTasksList(list, 1);
+  EXPECT_EQ(list.GetSize(), 4);
+  EXPECT_EQ(list[2].name, "query");
+  gate.Open();
+  EXPECT_EQ(pool.WaitForTasksCompletion(kForever), 0U);
+}
+
+TEST(TPoolTest, WaitsUntilAllIsDoneAndGone) {
+  TaskCounts counts;
+  Gate gate;
+  CThreadPool pool(2);
+  EXPECT_EQ(pool.WaitForTasksCompletion(0), 0U);
+  for (int i = 0; i < 5; ++i) pool.DoTask(new CountedTask(counts, [&] { gate.Pass(); }), 1);
+  EXPECT_EQ(pool.WaitForTasksCompletion(0), 258U);
+  EXPECT_EQ(pool.WaitForTasksCompletion(1), 258U);
+  std::thread opener([&] { gate.Open(); });
+  EXPECT_EQ(pool.WaitForTasksCompletion(kForever), 0U);
+  opener.join();
+  EXPECT_EQ(counts.destroyed, 5);
+  EXPECT_EQ(pool.GetMaxNumThreads(), 2);
+}
+
+TEST(TPoolTest, LeavesTasksWithoutAutoDeleteToTheirOwner) {
+  TaskCounts counts;
+  CountedTask task(counts, nullptr, "mine", 0);
+  CThreadPool pool;
+  for (int i = 1; i <= 3; ++i) {
+    EXPECT_EQ(pool.DoTask(&task, 0), std::uint32_t(i));  // the same one again
+    EXPECT_EQ(pool.WaitForTasksCompletion(kForever), 0U);
+  }
+  EXPECT_EQ(counts.run, 3);
+  EXPECT_EQ(counts.destroyed, 0);
+  EXPECT_EQ(task.GetId(), 3U);
+  EXPECT_EQ(pool.DoTask(nullptr, 1), 0U);
+}
+
+TEST(TPoolTest, DestroysQueuedTasksWhateverTheirFlag) {
+  TaskCounts counts;
+  Gate gate;
+  CThreadPool pool(1);
+  pool.DoTask(new CountedTask(counts, [&] { gate.Pass(); }), 1);
+  for (int i = 0; i < 4; ++i) pool.DoTask(new CountedTask(counts, nullptr, "", i % 2), 1);
+  EXPECT_TRUE(Eventually([&] { return counts.run == 1; }));
+  pool.RemoveQueuedTasks();
+  EXPECT_EQ(counts.destroyed, 4);
+  gate.Open();
+}
+
+TEST(TPoolTest, NothingMovesWhileAClientHoldsTheLock) {
+  TaskCounts counts;
+  CThreadPool pool;
+  {
+    const std::lock_guard first(pool);
+    const std::lock_guard again(pool);
+    EXPECT_EQ(pool.DoTask(new CountedTask(counts, nullptr), 0), 1U);
+    EXPECT_EQ(pool.DoTask(new CountedTask(counts, nullptr), 0), 2U);
+    EXPECT_EQ(pool.GetRunningTasksCount(), 0);
+  }
+  EXPECT_EQ(pool.WaitForTasksCompletion(kForever), 0U);
+  EXPECT_EQ(counts.destroyed, 2);
+}
+
+class TPoolTraceTest : public testing::Test {
+ protected:
+  TPoolTraceTest() {
+    SetTavoValue("Vemra Info\\Trace", "TraceFilePath", registry_.Folder().Path("t.txt"));
+    SetTavoValue("Vemra Info\\Trace", "Module", std::uint32_t{0x80});
+  }
+  // The messages, threads by the order in which they appear.
+  std::vector<std::string> Lines() const {
+    std::istringstream text(test::ReadHostFile(registry_.Folder().Host() / "t.txt"));
+    std::vector<std::string> lines;
+    std::vector<std::string> threads;
+    for (std::string line; std::getline(text, line);) {
+      std::smatch match;
+      EXPECT_TRUE(
+          std::regex_match(line, match, std::regex(".{17} TPool\\([0-9]+\\): ([^\r]*)\r?")));
+      std::string message = match[1];
+      if (std::regex_search(message, match, std::regex("0x[0-9A-F]+"))) {
+        const std::string thread = match[0];
+        auto found = std::find(threads.begin(), threads.end(), thread);
+        if (found == threads.end()) found = threads.insert(found, thread);
+        message.replace(std::size_t(match.position()), thread.size(),
+                        "#" + std::to_string(found - threads.begin()));
+      }
+      lines.push_back(message);
+    }
+    return lines;
+  }
+
+  test::TestRegistry registry_;
+};
+
+TEST_F(TPoolTraceTest, TellsTheLifeOfAThread) {
+  TaskCounts counts;
+  {
+    TavoTrace trace;
+    CThreadPool pool(1, 5000, trace);
+    Gate gate;
+    pool.DoTask(new CountedTask(
+                    counts, [&] { gate.Pass(); }, "first"),
+                0);
+    CountedTask refused(counts, nullptr, "second");
+    EXPECT_EQ(pool.DoTask(&refused, 0), 0U);
+    gate.Open();
+    const auto isIdle = [&] { return Lines().back() == "Thread #0 is idle, suspending..."; };
+    ASSERT_TRUE(Eventually(isIdle));
+    pool.DoTask(new CountedTask(counts, nullptr, "third"), 0);
+    ASSERT_TRUE(Eventually([&] { return counts.destroyed == 2 && isIdle(); }));
+  }
+  EXPECT_THAT(Lines(),
+              ElementsAre("New task arrived: \"first\".", "Created new thread #0.",
+                          "New task arrived: \"second\".", "1 threads already running (1 max).",
+                          "No thread available for task \"second\".",
+                          "Thread #0 is idle, suspending...", "New task arrived: \"third\".",
+                          "Activating suspended thread #0.", "Thread #0 is idle, suspending..."));
+}
+
+TEST_F(TPoolTraceTest, TasksThatThrowEndAsFinished) {
+  SetTavoValue("Vemra Info\\Trace", "Level", 1U);  // errors only
+  TaskCounts counts;
+  {
+    TavoTrace trace;
+    CThreadPool pool(1, 5000, trace);
+    pool.DoTask(new CountedTask(
+                    counts, [] { throw std::runtime_error("a\"%s"); }, "one"),
+                1);
+    pool.DoTask(new CountedTask(
+                    counts, [] { throw TavoINIException("no key"); }, "two"),
+                1);
+    pool.DoTask(new CountedTask(
+                    counts, [] { throw 3; }, "three"),
+                1);
+    pool.DoTask(new CountedTask(counts, nullptr), 1);
+    EXPECT_EQ(pool.WaitForTasksCompletion(kForever), 0U);
+    EXPECT_EQ(pool.GetMaxNumThreads(), 1);
+  }
+  EXPECT_EQ(counts.destroyed, 4);
+  EXPECT_THAT(Lines(), ElementsAre("Task \"one\" ended by an exception: a\"%s",
+                                   "Task \"two\" ended by an exception: no key",
+                                   "Task \"three\" ended by an exception: unknown"));
+}
+
+TEST(TPoolStressTest, ProducersLoseNoTask) {
+  constexpr int kProducers = 8;
+  constexpr int kBacklog = 100'000;
+  const int each = test::PoolCount("VEMRA_SOAK_POOL_TASKS", 40'000) / kProducers;
+  std::vector<std::atomic<unsigned char>> runs(std::size_t(each) * kProducers);
+  {
+    CThreadPool pool(4);
+    std::vector<std::thread> producers;
+    TaskCounts counts;
+    for (int producer = 0; producer < kProducers; ++producer) {
+      producers.emplace_back([&, producer] {
+        for (int i = 0; i < each; ++i) {
+          std::atomic<unsigned char>& mine = runs[std::size_t(producer * each + i)];
+          while (counts.made - counts.destroyed > kBacklog) std::this_thread::yield();
+          ASSERT_NE(pool.DoTask(new CountedTask(counts, [&mine] { ++mine; }), 1), 0U);
+        }
+      });
+    }
+    for (std::thread& producer : producers) producer.join();
+    EXPECT_EQ(pool.WaitForTasksCompletion(kForever), 0U);
+    EXPECT_EQ(counts.destroyed, each * kProducers);
+    EXPECT_LE(pool.GetMaxNumThreads(), 4);
+  }
+  for (const auto& run : runs) ASSERT_EQ(run, 1);
+}
+
+// One task on an idle pool, again and again: a resume that is lost leaves it waiting for ever.
+TEST(TPoolStressTest, NoResumeIsLost) {
+  TaskCounts counts;
+  CThreadPool pool(2);
+  for (int i = 1; i <= 5000; ++i) {
+    pool.DoTask(new CountedTask(counts, nullptr), 0);
+    if (i % 3 == 0) std::this_thread::yield();  // now and then the thread gets to sleep first
+    ASSERT_EQ(pool.WaitForTasksCompletion(20'000), 0U) << i;
+    ASSERT_EQ(counts.destroyed, i);
+  }
+}
+
+// Each task posts others until the pool refuses them, while the pool is destroyed.
+void PostOn(CThreadPool& pool, TaskCounts& counts) {
+  for (int i = 0; i < 2; ++i) {
+    auto* const task = new CountedTask(counts, [&] { PostOn(pool, counts); });
+    if (pool.DoTask(task, i) == 0) delete task;
+  }
+}
+
+TEST(TPoolStressTest, PoolsDieUnderLoad) {
+  const int pools = test::PoolCount("VEMRA_SOAK_POOL_POOLS", 200);
+  std::mt19937 random(7);
+  for (int i = 0; i < pools; ++i) {
+    SCOPED_TRACE(i);
+    TaskCounts counts;
+    {
+      CThreadPool pool(1 + int(random() % 4));
+      PostOn(pool, counts);
+      // Anywhere from the first thread's start to a long queue.
+      const int tasks = 1 << (random() % 8);
+      EXPECT_TRUE(Eventually([&] { return counts.made >= tasks; }));
+      if (random() % 2 == 0) pool.RemoveQueuedTasks();
+    }
+    ASSERT_EQ(counts.destroyed, counts.made);
+  }
+}
+
+}  // namespace
+}  // namespace vemra
