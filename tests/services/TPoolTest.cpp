@@ -3,8 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
-#include <regex>
 #include <sstream>
 #include <stdexcept>
 #include <vector>
@@ -130,26 +130,29 @@ class TPoolTraceTest : public testing::Test {
     SetTavoValue("Vemra Info\\Trace", "TraceFilePath", registry_.Folder().Path("t.txt"));
     SetTavoValue("Vemra Info\\Trace", "Module", std::uint32_t{0x80});
   }
-  // The messages, threads by the order in which they appear.
+  // The messages, with threads by the order in which they appear.
   std::vector<std::string> Lines() const {
-    std::istringstream text(test::ReadHostFile(registry_.Folder().Host() / "t.txt"));
+    std::string bytes = test::ReadHostFile(registry_.Folder().Host() / "t.txt");
+    std::erase(bytes, '\r');
+    std::istringstream text(bytes);
     std::vector<std::string> lines;
     std::vector<std::string> threads;
     for (std::string line; std::getline(text, line);) {
-      std::smatch match;
-      EXPECT_TRUE(
-          std::regex_match(line, match, std::regex(".{17} TPool\\([0-9]+\\): ([^\r]*)\r?")));
-      std::string message = match[1];
-      if (std::regex_search(message, match, std::regex("0x[0-9A-F]+"))) {
-        const std::string thread = match[0];
-        auto found = std::find(threads.begin(), threads.end(), thread);
-        if (found == threads.end()) found = threads.insert(found, thread);
-        message.replace(std::size_t(match.position()), thread.size(),
-                        "#" + std::to_string(found - threads.begin()));
-      }
-      lines.push_back(message);
+      EXPECT_EQ(line.substr(17, 7), " TPool(") << line;
+      lines.push_back(WithNumber(line.substr(line.find("): ") + 3), threads));
     }
     return lines;
+  }
+  // "thread 0x1F" as "thread #0".
+  static std::string WithNumber(const std::string& message, std::vector<std::string>& threads) {
+    const std::size_t start = message.find("0x");
+    if (start == std::string::npos) return message;
+    const std::size_t end = message.find_first_not_of("0123456789ABCDEF", start + 2);
+    const std::string thread = message.substr(start, end - start);
+    auto found = std::find(threads.begin(), threads.end(), thread);
+    if (found == threads.end()) found = threads.insert(found, thread);
+    return message.substr(0, start) + "#" + std::to_string(found - threads.begin()) +
+           message.substr(end);
   }
 
   test::TestRegistry registry_;
