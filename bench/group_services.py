@@ -14,6 +14,7 @@ def rows(build):
         "trace-off": "spdlog",
         "registry-read": "sqlite",
         "config": None,
+        "access-cycle": "bare-io",
     }, env={"VEMRA_REGISTRY": str(folder / "registry.db")})
     pools = google.medians(build / "bench" / "pool_bench")
     for row in ("pool-1", "pool-2", "pool-4"):

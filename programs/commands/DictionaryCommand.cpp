@@ -10,6 +10,7 @@
 #include "programs/commands/CommandError.h"
 #include "programs/commands/Database.h"
 #include "programs/commands/ExitCode.h"
+#include "programs/commands/SearchAccess.h"
 #include "programs/engine/Dictionary.h"
 #include "programs/engine/IndexDatabase.h"
 #include "programs/engine/Query.h"
@@ -63,6 +64,7 @@ void PrintJson(const engine::DictionaryPart& part, const std::string& prefix,
 
 int RunDictionary(const DictionaryOptions& options, Console& console) {
   Database database(options.definition);
+  const SearchAccess access(database.GetConfiguration());
   engine::IndexDatabase index(database.GetIndexPath());
   const CodePage& codePage = database.GetCodePage();
   std::string prefix = codePage.FromUtf8(options.prefix);
