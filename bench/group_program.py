@@ -1,4 +1,6 @@
-"""Whole programs over one folder of real HTML pages: vemra index beside omindex and plain FTS5."""
+"""Whole programs over one folder of real HTML pages: vemra index beside omindex, swish-e and plain
+FTS5, and queries on what it made beside plain FTS5."""
+import itertools
 import os
 import pathlib
 import shutil
@@ -8,9 +10,10 @@ import sys
 from report import Row
 
 RUNS = int(os.environ.get("BENCH_RUNS", "3"))
-# Installed by scripts/bench; the pages of all of them are one corpus.
+# Installed by scripts/bench; the first pages of all of them are one corpus.
 PAGE_FOLDERS = ["/usr/share/doc/postgresql-doc-15/html", "/usr/share/doc/python3.11-doc/html",
-                "/usr/share/doc/sqlite3"]
+                "/usr/share/doc/sqlite3", "/usr/share/cppreference/doc/html"]
+PAGES = 4000
 
 
 def corpus(folder):
@@ -19,7 +22,7 @@ def corpus(folder):
     files = size = 0
     for source in PAGE_FOLDERS:
         pages = (p for p in pathlib.Path(source).rglob("*.html") if p.is_file())
-        for page in sorted(pages):
+        for page in itertools.islice(sorted(pages), PAGES - files):
             target = folder / ("%03d" % (files // 200)) / ("%05d-%s" % (files, page.name))
             target.parent.mkdir(parents=True, exist_ok=True)
             shutil.copyfile(page, target)
@@ -54,6 +57,16 @@ def best(runs):
     return min(seconds for seconds, _ in runs), max(megabytes for _, megabytes in runs)
 
 
+def query_rows(build, definition, direct, env):
+    lines = subprocess.run([str(build / "bench" / "query_bench"), definition, str(direct)],
+                           env=env, check=True, capture_output=True, text=True).stdout.splitlines()
+    for words, line in enumerate(lines, start=1):
+        ours, peer, ours_p99, peer_p99 = (float(figure) for figure in line.split())
+        for name, figures in (("query-%d", (ours, peer)), ("query-%d-p99", (ours_p99, peer_p99))):
+            yield Row(name % words, figures[0], "us", "fts5-direct", figures[1],
+                      more_is_better=False)
+
+
 def rows(build):
     work = build / "program"
     shutil.rmtree(work, ignore_errors=True)
@@ -70,9 +83,13 @@ def rows(build):
         "vemra": [vemra, "index", definition],
         "omindex": ["omindex", "--db", str(work / "omega"), "--overwrite", "--url", "/",
                     "--mime-type=html:text/html", "--stemmer=none", str(pages)],
+        "swish-e": ["swish-e", "-v", "0", "-c", str(work / "swish.conf"), "-i", str(pages),
+                    "-f", str(work / "swish.index")],
         "fts5-direct": [str(build / "bench" / "fts5_direct"), str(pages), str(work / "direct.db")],
     }
-    indexes = [work / "pages.vix", work / "omega", work / "direct.db"]
+    (work / "swish.conf").write_text("IndexContents HTML2 .html\nMinWordLimit 1\n")
+    indexes = [work / "pages.vix", work / "omega", work / "swish.index",
+               work / "swish.index.prop", work / "direct.db"]
     measured = {name: [] for name in commands}
     for _ in range(RUNS):  # interleaved, so that a noisy minute hits everybody
         for index in indexes:  # everybody starts from nothing
@@ -80,6 +97,7 @@ def rows(build):
         for name, command in commands.items():
             measured[name].append(run(command, env))
     rate = {name: size / 1e6 / best(runs)[0] for name, runs in measured.items()}
-    for peer in ("omindex", "fts5-direct"):
+    for peer in ("omindex", "swish-e", "fts5-direct"):
         yield Row("index", rate["vemra"], "MB/s", peer, rate[peer])
     yield Row("index-memory", best(measured["vemra"])[1], "MB")
+    yield from query_rows(build, definition, work / "direct.db", env)

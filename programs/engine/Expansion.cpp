@@ -1,5 +1,7 @@
 #include "programs/engine/Expansion.h"
 
+#include <optional>
+
 #include "Support/foundation/Wildcard.h"
 #include "programs/engine/Vocabulary.h"
 
@@ -8,7 +10,7 @@ namespace {
 
 class Expander {
  public:
-  Expander(IndexDatabase& index, std::uint32_t limit) : words_(index), limit_(limit) {}
+  Expander(IndexDatabase& index, std::uint32_t limit) : index_(index), limit_(limit) {}
 
   void Expand(QueryNode& node) {
     for (QueryTerm& term : node.terms) {
@@ -22,25 +24,27 @@ class Expander {
 
  private:
   void Expand(QueryTerm& term, const CTavoFieldList& columns) {
-    words_.Seek(term.text.substr(0, term.text.find_first_of("*?")));
-    while (words_.Next()) {
-      const std::string_view word = words_.GetWord();
+    if (!words_) words_.emplace(index_);
+    words_->Seek(term.text.substr(0, term.text.find_first_of("*?")));
+    while (words_->Next()) {
+      const std::string_view word = words_->GetWord();
       if (!term.alternatives.empty() && term.alternatives.back() == word) continue;
-      if (!IsIn(columns, words_.GetFieldno()) || MatchWildcard(term.text, word) == 0) continue;
+      if (!IsIn(columns, words_->GetFieldno()) || MatchWildcard(term.text, word) == 0) continue;
       if (term.alternatives.size() == limit_) {
         cut_.push_back(term.text);
         break;
       }
       term.alternatives.emplace_back(word);
     }
-    words_.Stop();
+    words_->Stop();
   }
 
   static bool IsIn(const CTavoFieldList& columns, int fieldno) {
     return fieldno >= 0 && columns.IsSet(fieldno) != 0;
   }
 
-  VocabularyWalk words_;
+  IndexDatabase& index_;
+  std::optional<VocabularyWalk> words_;  // once there is a pattern
   std::uint32_t limit_;
   std::vector<std::string> cut_;
 };

@@ -66,9 +66,13 @@ std::int64_t IndexDatabase::CountTexts() {
 }
 
 std::optional<TextRecord> IndexDatabase::FindText(std::int64_t number) {
-  Statement statement(connection_,
+  if (!findText_) {
+    findText_.emplace(connection_,
                       "SELECT path, type, title, sortkey, bytes, words, sentences, paragraphs"
                       " FROM texts WHERE number = ?");
+  }
+  Statement& statement = *findText_;
+  statement.Reset();
   statement.Bind(1, number);
   if (!statement.Step()) return std::nullopt;
   TextRecord record;
@@ -81,6 +85,7 @@ std::optional<TextRecord> IndexDatabase::FindText(std::int64_t number) {
   record.words = statement.Number(5);
   record.sentences = statement.Number(6);
   record.paragraphs = statement.Number(7);
+  statement.Reset();
   return record;
 }
 

@@ -64,6 +64,7 @@ class IndexDatabase {
   std::string path_;
   Connection connection_;
   std::vector<int> columns_;
+  std::optional<Statement> findText_;  // prepared once
 };
 
 }  // namespace vemra::engine
