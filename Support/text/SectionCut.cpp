@@ -74,8 +74,8 @@ class RunScanner {
 
   // A bit for each of eight types that differs from the one before it.
   static std::uint64_t Differences(const unsigned char* types) {
-    std::uint64_t before;
-    std::uint64_t here;
+    std::uint64_t before = 0;
+    std::uint64_t here = 0;
     std::memcpy(&before, types, kStep);
     std::memcpy(&here, types + 1, kStep);
     const std::uint64_t differences = before ^ here;
