@@ -73,7 +73,8 @@ std::vector<SummaryPiece> MakeSummary(FormatWrapper& wrapper, const engine::Text
   wrapper.FreeHighlightParser(parser);
   if (!parsed) return {};
   if (kind == SummaryKind::kStart) highlight.TruncateSection();  // else done at the end of parsing
-  MarkedSection summary(*highlight.GetSummary(), PieceStyle());
+  const PieceStyle style;
+  MarkedSection summary(*highlight.GetSummary(), style);
   summary.MarkContents();
   return CutPieces(wrapper.GetCodePage().ToUtf8(OnOneLine(summary.GetMarkedContents())));
 }
