@@ -17,7 +17,7 @@
 namespace vemra {
 namespace {
 
-constexpr int kMaxThreads = 2;  // at first
+constexpr int kMaxThreads = 1;  // at first
 constexpr int kMaxWait = 2;     // seconds
 
 enum class Operation {

@@ -84,6 +84,44 @@ TEST(TPoolTest, WaitsUntilAllIsDoneAndGone) {
   EXPECT_EQ(pool.GetMaxNumThreads(), 2);
 }
 
+TEST(TPoolTest, TheThreadThatWasSuspendedLastIsResumedFirst) {
+  TaskCounts counts;
+  std::thread::id threads[4];
+  Gate gates[2];
+  CThreadPool pool(2);
+  for (int i = 0; i < 2; ++i) {
+    pool.DoTask(new CountedTask(counts,
+                                [&, i] {
+                                  threads[i] = std::this_thread::get_id();
+                                  gates[i].Pass();
+                                }),
+                0);
+  }
+  for (int i = 0; i < 2; ++i) {
+    ASSERT_TRUE(Eventually([&] { return counts.run == 2; }));
+    gates[i].Open();
+    ASSERT_TRUE(Eventually([&] { return Shown(pool)[std::size_t(1 - i)].starts_with("Query"); }));
+  }
+  for (int i = 2; i < 4; ++i) {
+    pool.DoTask(new CountedTask(counts, [&, i] { threads[i] = std::this_thread::get_id(); }), 0);
+    ASSERT_EQ(pool.WaitForTasksCompletion(kForever), 0U);
+    EXPECT_EQ(threads[i], threads[1]);
+  }
+  EXPECT_NE(threads[0], threads[1]);
+  EXPECT_EQ(Shown(pool).size(), 2U);  // the other one is idle all the time
+}
+
+TEST(TPoolTest, IdleThreadsEndWithoutForce) {
+  const platform::Deadline deadline(20'000);
+  {
+    TaskCounts counts;
+    CThreadPool pool(2, /*shutdownWait=*/30'000);
+    for (int i = 0; i < 2; ++i) pool.DoTask(new CountedTask(counts, nullptr), 0);
+    EXPECT_EQ(pool.WaitForTasksCompletion(kForever), 0U);
+  }
+  EXPECT_NE(deadline.GetMillisecondsLeft(), 0U);
+}
+
 TEST(TPoolTest, LeavesTasksWithoutAutoDeleteToTheirOwner) {
   TaskCounts counts;
   CountedTask task(counts, nullptr, "mine", 0);
