@@ -56,8 +56,8 @@ TEST(TPoolTest, ShowsRunningTasksAndIdleThreads) {
   EXPECT_EQ(pool.DoTask(new Query(started, gate), 0), 1U);
   EXPECT_EQ(pool.DoTask(new CountedTask(counts, nullptr), 0), 2U);
   started.Pass();
-  ASSERT_TRUE(Eventually([&] { return pool.GetRunningTasksCount() == 1; }));
-  ASSERT_TRUE(Eventually([&] { return Shown(pool).size() == 2; }));
+  ASSERT_TRUE(Eventually([&] { return counts.destroyed == 1 && Shown(pool).size() == 2; }));
+  EXPECT_EQ(pool.GetRunningTasksCount(), 1);
   platform::SetClock::Advance(5000);
   EXPECT_THAT(Shown(pool), ElementsAre("query|a detail|1000", "Query Thread (Idle)|N/A|1005"));
   CTaskInfoArray list;
