@@ -26,7 +26,7 @@ class TestDdeManager {
   const platform::InProcessDde& InProcess() const { return inProcess_; }
   bool IsInProcess() const { return kind_ == kInProcess; }
   // Lets everything come that was sent. The system's manager needs a moment after each transaction.
-  void Settle() const { platform::GetDdeManager().HandleMessages(IsInProcess() ? 0 : 120); }
+  void Settle() const { platform::GetDdeManager().HandleMessages(IsInProcess() ? 0 : 250); }
 
   std::string Text(std::uint32_t instance, DDEString string) const {
     std::string text = string == DDEString::kNone ? "-" : "?";

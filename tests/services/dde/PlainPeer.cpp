@@ -24,7 +24,7 @@ namespace {
 using vemra::test::Readable;
 
 constexpr DWORD kTimeout = 5000;
-constexpr DWORD kSettle = 150;  // what the system needs after a transaction
+constexpr DWORD kSettle = 250;  // what the system needs after a transaction
 constexpr DWORD kStay = 60'000;
 
 void HandleMessages(DWORD milliseconds) {
