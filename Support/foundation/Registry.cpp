@@ -21,8 +21,8 @@ constexpr std::size_t kEnumBuffer = 256;  // bytes
 
 int GetValue(const std::string& subKey, const std::string& name, RegistryType type,
              RegistryValue& value) {
-  const auto key = GetTavoKey(subKey, RegistryAccess::kRead);
-  return key && key->GetValue(name, value) != 0 && value.type == type ? 1 : 0;
+  const bool read = platform::ReadRegistryValue(kRegistryRoot + subKey, name, value) != 0;
+  return read && value.type == type ? 1 : 0;
 }
 
 int SetValue(const std::string& subKey, const RegistryValue& value) {

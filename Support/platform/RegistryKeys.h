@@ -16,6 +16,10 @@ std::unique_ptr<RegistryKey> OpenRegistryKey(const std::string& path, RegistryAc
 // Opens the key, creating what is missing of the path. Null on failure.
 std::unique_ptr<RegistryKey> CreateRegistryKey(const std::string& path, RegistryAccess access);
 
+// One value of a key, in one look-up of the store. 0 when the key or the value does not exist or
+// cannot be read; value is then as it was.
+int ReadRegistryValue(const std::string& path, const std::string& name, RegistryValue& value);
+
 // Where the store is, for people: its file by host path, or the name of the root.
 std::string GetRegistryLocation();
 

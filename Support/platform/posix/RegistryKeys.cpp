@@ -143,6 +143,7 @@ class Store {
     kHasChildren,
     kGetChildren,
     kGetValue,
+    kFindValue,
     kGetValues,
     kSetValue,
     kDeleteValue,
@@ -160,6 +161,8 @@ class Store {
         "SELECT 1 FROM key WHERE parent = ?",
         "SELECT name FROM key WHERE parent = ? ORDER BY name COLLATE NOCASE",
         "SELECT name, type, data FROM value WHERE key = ? AND name = ?",
+        R"(SELECT value.name, type, data FROM key JOIN value ON value.key = key.id
+           WHERE path = ? AND value.name = ?)",
         "SELECT name, type, data FROM value WHERE key = ? ORDER BY id",
         R"(INSERT INTO value(key, name, type, data) VALUES(?, ?, ?, ?)
            ON CONFLICT(key, name) DO UPDATE SET type = excluded.type, data = excluded.data)",
@@ -413,6 +416,18 @@ std::unique_ptr<RegistryKey> CreateRegistryKey(const std::string& path, Registry
     if (id == 0 || !transaction.Commit()) return nullptr;
   }
   return std::make_unique<StoredKey>(id, tidy, access);
+}
+
+// One statement: each is a transaction of its own, which costs more than the look-up.
+int ReadRegistryValue(const std::string& path, const std::string& name, RegistryValue& value) {
+  Store& store = Store::Get();
+  const std::lock_guard lock(store.Mutex());
+  if (!store.Open(false)) return 0;
+  const std::string tidy = Tidy(path);
+  Query query = store.Use(Store::kFindValue);
+  if (!query.Bind(tidy).Bind(UpToNul(name)).Row()) return 0;
+  value = ReadRow(query);
+  return 1;
 }
 
 std::string GetRegistryLocation() {

@@ -115,6 +115,11 @@ std::unique_ptr<RegistryKey> CreateRegistryKey(const std::string& path, Registry
   return std::make_unique<SystemKey>(key);
 }
 
+int ReadRegistryValue(const std::string& path, const std::string& name, RegistryValue& value) {
+  const auto key = OpenRegistryKey(path, RegistryAccess::kRead);
+  return key ? key->GetValue(name, value) : 0;
+}
+
 std::string GetRegistryLocation() {
   return "HKEY_LOCAL_MACHINE";
 }
