@@ -117,6 +117,7 @@ class WordSearch : public vemra::TavoHighlightSearch {
   void MarkWords(vemra::TavoSection& section, const vemra::CTavoFieldList&) override {
     const vemra::TavoLangPack& pack = *section.GetLangPack();
     for (vemra::TavoWord* word = section.GetFirstWord(); word; word = section.GetNextWord(word)) {
+      if (std::size_t(word->GetLength()) < kWord.size()) continue;
       if (pack.CompareNoCase(word->GetStriptView(), kWord)) word->Mark();
     }
   }

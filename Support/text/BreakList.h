@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <utility>
 #include <vector>
 
 #include "Support/Export.h"
@@ -14,6 +15,10 @@ class SUPPORT_API BreakList {
   void Add(unsigned word) { entries_.push_back(word); }
   void RemoveLast() { entries_.pop_back(); }
   void Clear() { entries_.clear(); }
+  void Swap(BreakList& other) {
+    entries_.swap(other.entries_);
+    std::swap(hint_, other.hint_);
+  }
 
   bool IsEmpty() const { return entries_.empty(); }
   int GetCount() const { return static_cast<int>(entries_.size()); }

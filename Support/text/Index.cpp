@@ -113,12 +113,12 @@ void TavoIndex::AddSortKeysAndEntries(TavoSection& section, const CTavoFieldList
 }
 
 void TavoIndex::IndexWords(TavoSection& section, int field) {
-  const TavoLangPack& pack = *section.GetLangPack();
+  folded_.Fold(section.GetContents(), *section.GetLangPack());
   for (const TavoWord* word = section.GetFirstWord(); word != nullptr;
        word = section.GetNextWord(word)) {
     StartWord(section, *word);
-    IndexWord(Fold(*word, pack), field, kWordFlags, kWhole);
-    if (word->GetType() == TavoWord::kCompound) IndexParts(*word, pack, field);
+    IndexFolded(*word, field, kWhole);
+    if (word->GetType() == TavoWord::kCompound) IndexParts(*word, field);
   }
 }
 
@@ -133,10 +133,10 @@ void TavoIndex::StartWord(const TavoSection& section, const TavoWord& word) {
   }
 }
 
-void TavoIndex::IndexParts(const TavoWord& compound, const TavoLangPack& pack, int field) {
+void TavoIndex::IndexParts(const TavoWord& compound, int field) {
   for (const TavoWord* part = compound.GetFirstWord(); part != nullptr;
        part = compound.GetNextWord(part)) {
-    if (part->IsRealWord()) IndexWord(Fold(*part, pack), field, kWordFlags, kPart);
+    if (part->IsRealWord()) IndexFolded(*part, field, kPart);
   }
 }
 
@@ -149,12 +149,9 @@ void TavoIndex::IndexExpression(TavoSection& section, const CTavoFieldList& fiel
   }
 }
 
-const char* TavoIndex::Fold(const TavoWord& word, const TavoLangPack& pack) {
-  const std::string_view text = word.GetStriptView();
-  if (folded_.size() <= text.size()) folded_.resize(2 * text.size() + 1);
-  pack.ToIndex(text, folded_.data());
-  folded_[text.size()] = '\0';
-  return folded_.c_str();
+void TavoIndex::IndexFolded(const TavoWord& word, int field, int part) {
+  folded_.WithWord(word.GetStriptView(),
+                   [&](const char* folded) { IndexWord(folded, field, kWordFlags, part); });
 }
 
 void TavoIndex::IndexWord(const char* word, int field, std::uint32_t flags, int part) {
@@ -258,9 +255,11 @@ void TavoIndex::IndexEntryWords(const std::string& words, int field, std::uint32
                                 TavoOutput* output, const TavoLangPack* pack) {
   const std::uint32_t flags = GetRules(field);
   TavoSection section(output, words, pack);
+  folded_.Fold(section.GetContents(), *section.GetLangPack());
   for (const TavoWord* word = section.GetFirstWord(); word != nullptr;
        word = section.GetNextWord(word)) {
-    IndexWord(textno, Fold(*word, *section.GetLangPack()), field, flags, kWhole);
+    folded_.WithWord(word->GetStriptView(),
+                     [&](const char* folded) { IndexWord(textno, folded, field, flags, kWhole); });
   }
   IndexWord(textno, kEntryHere, field, flags, kWhole);
 }

@@ -7,6 +7,7 @@
 
 #include "Support/Export.h"
 #include "Support/definition/FieldList.h"
+#include "Support/text/FoldedText.h"
 
 namespace vemra {
 
@@ -84,9 +85,9 @@ class SUPPORT_API TavoIndex {
   void AddSortKeysAndEntries(TavoSection& section, const CTavoFieldList& fields);
   void IndexWords(TavoSection& section, int field);
   void StartWord(const TavoSection& section, const TavoWord& word);
-  void IndexParts(const TavoWord& compound, const TavoLangPack& pack, int field);
+  void IndexFolded(const TavoWord& word, int field, int part);
+  void IndexParts(const TavoWord& compound, int field);
   void IndexExpression(TavoSection& section, const CTavoFieldList& fields);
-  const char* Fold(const TavoWord& word, const TavoLangPack& pack);
   void AddNumberToSort(std::string& key, const CTavoField& definition, const std::string& text);
   void SendSortKey();
   void TreatEntry(int i, TavoOutput* output, const TavoLangPack* pack);
@@ -105,7 +106,7 @@ class SUPPORT_API TavoIndex {
   std::vector<std::string> entries_;
   int textCounter_ = 0;
   bool storesText_ = false;
-  std::string folded_;  // the word being indexed, ended by a NUL; kept for its size
+  FoldedText folded_;  // the section being indexed
 };
 
 }  // namespace vemra

@@ -23,16 +23,6 @@ void TavoIndexingWrapper::fulllist_newtext(std::uint32_t text) const {
   if (on_fulllist_newtext != nullptr) on_fulllist_newtext(text);
 }
 
-void TavoIndexingWrapper::doword_addword(const char* word, int field, std::uint32_t flags,
-                                         int part) const {
-  doword_addword(textno, word, field, flags, part);
-}
-
-void TavoIndexingWrapper::doword_addword(std::uint32_t text, const char* word, int field,
-                                         std::uint32_t flags, int part) const {
-  if (on_doword_addword != nullptr) on_doword_addword(word, field, flags, text, part);
-}
-
 void TavoIndexingWrapper::addhead(const char* text, int n) const {
   if (on_addhead != nullptr) on_addhead(text, n, textno);
 }

@@ -45,9 +45,13 @@ struct SUPPORT_API TavoIndexingWrapper {
   void addtext_newtext() const;
   void fulllist_newtext() const;
   void fulllist_newtext(std::uint32_t text) const;
-  void doword_addword(const char* word, int field, std::uint32_t flags, int part) const;
+  void doword_addword(const char* word, int field, std::uint32_t flags, int part) const {
+    doword_addword(textno, word, field, flags, part);
+  }
   void doword_addword(std::uint32_t text, const char* word, int field, std::uint32_t flags,
-                      int part) const;
+                      int part) const {
+    if (on_doword_addword != nullptr) on_doword_addword(word, field, flags, text, part);
+  }
   void addhead(const char* text, int n) const;
   void addtext(const char* text, std::uint32_t n) const;
   std::uint32_t addentry(unsigned char* entry) const;  // 0 without a callback

@@ -31,8 +31,8 @@ int TypeOf(const LangPackTables& tables, unsigned char c) {
   return IsAsciiSpace(c) ? TavoWord::kSpace : TavoWord::kPunctuation;
 }
 
-ByteClassTable MakeByteClasses(const LangPackTables& tables) {
-  ByteClassTable classes{};
+ByteClasses MakeByteClasses(const LangPackTables& tables) {
+  ByteClasses::Table classes{};
   for (std::size_t b = 0; b < classes.size(); ++b) {
     const auto c = static_cast<unsigned char>(b);
     int bits = TypeOf(tables, c);
@@ -40,7 +40,7 @@ ByteClassTable MakeByteClasses(const LangPackTables& tables) {
     if (c == '\n' || c == '\r') bits |= ByteClass::kEndsLine;
     classes[b] = static_cast<std::uint8_t>(bits);
   }
-  return classes;
+  return ByteClasses(classes);
 }
 
 }  // namespace
@@ -68,7 +68,7 @@ TavoLangPack::TavoLangPack(std::string name, bool builtIn)
 }
 
 void TavoLangPack::SetTables(LangPackTables tables) {
-  classes_ = std::make_shared<const ByteClassTable>(MakeByteClasses(tables));
+  classes_ = std::make_shared<const ByteClasses>(MakeByteClasses(tables));
   tables_ = std::make_shared<const LangPackTables>(std::move(tables));
 }
 
@@ -141,8 +141,8 @@ int TavoLangPack::Compare(const unsigned char* a, const unsigned char* b) const 
   return *b != '\0' ? -1 : 0;
 }
 
-int TavoLangPack::CompareNoCase(std::string_view a, std::string_view b) const {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [this](char x, char y) {
+bool TavoLangPack::IsFoldedEqual(std::string_view a, std::string_view b) const {
+  return std::equal(a.begin(), a.end(), b.begin(), [this](char x, char y) {
     return ToIndex(static_cast<unsigned char>(x)) == ToIndex(static_cast<unsigned char>(y));
   });
 }

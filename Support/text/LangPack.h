@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "Support/Export.h"
+#include "Support/text/ByteClasses.h"
 
 namespace vemra {
 
@@ -28,16 +29,6 @@ struct LangPackTables {
   std::string orWord = "OR";
   std::string notWord = "NOT";
 };
-
-// What a section must know of a byte: the low two bits are its class, the value of
-// TavoWord::WordType (0 a word character, 1 punctuation, 2 white space; 3 for NUL, which ends the
-// text), with a bit each for the bytes that can end a sentence or a line.
-struct ByteClass {
-  static constexpr int kTypeMask = 3;
-  static constexpr int kEndsSentence = 4;  // . ! ?
-  static constexpr int kEndsLine = 8;      // line feed, carriage return
-};
-using ByteClassTable = std::array<std::uint8_t, 256>;
 
 // What one language makes of the 256 byte values: word characters, folding, sort order, and its
 // words for AND, OR and NOT. Packs live in one process-wide cache keyed by language name and come
@@ -82,7 +73,7 @@ class SUPPORT_API TavoLangPack {
   // Folds in place and returns text.
   std::string& ToIndex(std::string& text) const;
   // For loops over text: IsAlnum, white space and the sentence and line ends in one look-up.
-  const ByteClassTable& GetByteClasses() const { return *classes_; }
+  const ByteClasses& GetByteClasses() const { return *classes_; }
 
   // The order of two NUL-terminated strings: negative, 0 or positive. A loaded pack compares the
   // weights byte by byte and returns their first difference, and -1 or 1 where one string is the
@@ -91,7 +82,9 @@ class SUPPORT_API TavoLangPack {
   int Compare(const char* a, const char* b) const;
   int Compare(const unsigned char* a, const unsigned char* b) const;
   // Whether two strings are equal once folded: 1 or 0.
-  int CompareNoCase(std::string_view a, std::string_view b) const;
+  int CompareNoCase(std::string_view a, std::string_view b) const {
+    return a.size() == b.size() && IsFoldedEqual(a, b) ? 1 : 0;
+  }
 
   std::string GetAndWord() const { return tables_->andWord; }
   std::string GetOrWord() const { return tables_->orWord; }
@@ -122,11 +115,12 @@ class SUPPORT_API TavoLangPack {
   TavoLangPack& operator=(const TavoLangPack&) = default;
 
   static Cache& GetCache();
+  bool IsFoldedEqual(std::string_view a, std::string_view b) const;  // of one length
   void SetTables(LangPackTables tables);
 
   bool builtIn_;
   std::shared_ptr<const LangPackTables> tables_;
-  std::shared_ptr<const ByteClassTable> classes_;
+  std::shared_ptr<const ByteClasses> classes_;
   std::string name_;
 };
 

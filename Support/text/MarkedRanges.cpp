@@ -23,9 +23,9 @@ void AddRanges(const TavoWord& word, std::vector<TavoTextRange>& ranges) {
 
 std::vector<TavoTextRange> GetMarkedRanges(TavoSection& section) {
   std::vector<TavoTextRange> ranges;
-  for (const TavoWord* item = section.GetFirstItem(); item != nullptr;
-       item = section.GetNextItem(item)) {
-    if (item->IsMarked()) AddRanges(*item, ranges);
+  const TavoWord* const items = section.GetFirstItem();
+  for (int i = 0; i < section.GetItemsNumber(); ++i) {
+    if (items[i].IsMarked()) AddRanges(items[i], ranges);
   }
   return ranges;
 }

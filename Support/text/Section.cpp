@@ -8,6 +8,12 @@
 
 namespace vemra {
 
+namespace {
+
+constexpr std::size_t kMostSpare = std::size_t{1} << 15;  // items
+
+}  // namespace
+
 TavoSection::TavoSection() : TavoSection(nullptr, std::string()) {}
 
 TavoSection::TavoSection(TavoOutput* output, std::string contents, const TavoLangPack* pack)
@@ -29,7 +35,13 @@ TavoSection& TavoSection::operator=(const TavoSection& other) {
   return *this;
 }
 
-TavoSection::~TavoSection() = default;
+TavoSection::~TavoSection() {
+  // Large memory is not kept, and what never had any has none to give.
+  const std::size_t most = std::max(found_.items.capacity(), found_.parts.capacity());
+  if (most == 0 || most > kMostSpare) return;
+  DropItems();
+  ExchangeForSpare(found_);
+}
 
 void TavoSection::SetContents(std::string contents) {
   constexpr std::size_t kMost = std::numeric_limits<int>::max();
@@ -46,16 +58,16 @@ void TavoSection::Clear() {
 }
 
 void TavoSection::DropItems() {
-  words_.clear();
-  items_.clear();
-  parts_.clear();
+  found_.words.clear();
+  found_.items.clear();
+  found_.parts.clear();
   Recount(0);
 }
 
 void TavoSection::SetBreakOnNewLine(int on) {
   if (breakOnNewLine_ == on) return;
   breakOnNewLine_ = on;
-  Recount(items_.size());
+  Recount(found_.items.size());
 }
 
 void TavoSection::MarkContents() {
@@ -76,11 +88,11 @@ void TavoSection::UnLock() {
 }
 
 TavoWord* TavoSection::GetLastWord() {
-  return words_.empty() ? nullptr : GetWordAt(GetWordsNumber() - 1);
+  return found_.words.empty() ? nullptr : GetWordAt(GetWordsNumber() - 1);
 }
 
 TavoWord* TavoSection::GetLastItem() {
-  return items_.empty() ? nullptr : &items_.back();
+  return found_.items.empty() ? nullptr : &found_.items.back();
 }
 
 void TavoSection::MarkAllWords() {
@@ -115,7 +127,7 @@ std::string TavoSection::MakeWordFromContents(int maxWords, int maxLength, int* 
   std::string result;
   int taken = 0;
   bool pendingSpace = false;
-  for (const TavoWord& item : items_) {
+  for (const TavoWord& item : found_.items) {
     if (maxWords >= 0 && taken >= maxWords) break;
     if (item.GetType() == TavoWord::kSpace) {
       pendingSpace = true;

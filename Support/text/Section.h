@@ -6,8 +6,9 @@
 #include <vector>
 
 #include "Support/Export.h"
-#include "Support/text/BreakList.h"
+#include "Support/text/FoundItems.h"
 #include "Support/text/LangPack.h"
+#include "Support/text/RunScanner.h"
 #include "Support/text/Word.h"
 
 namespace vemra {
@@ -86,7 +87,7 @@ class SUPPORT_API TavoSection {
   int GetContentsLength() const { return static_cast<int>(contents_.size()); }
   int IsContentsEmpty() const { return contents_.empty(); }
   // Whether there is nothing to index: no contents or, once parsed, no real word.
-  int IsEmpty() const { return contents_.empty() || (parsed_ && words_.empty()); }
+  int IsEmpty() const { return contents_.empty() || (parsed_ && found_.words.empty()); }
   int IsParsed() const { return parsed_; }
   void SetParsed(int parsed) { parsed_ = parsed; }  // 0: the next request parses again
   // What MarkContents made; empty before it and after a parse.
@@ -131,26 +132,28 @@ class SUPPORT_API TavoSection {
   // GetWordAt and GetItemAt expect valid indices.
   TavoWord* GetFirstWord() {
     ParseIfNeeded();
-    return words_.empty() ? nullptr : GetWordAt(0);
+    return found_.words.empty() ? nullptr : GetWordAt(0);
   }
   TavoWord* GetNextWord(const TavoWord* word) {
     const int next = word->number_ + 1;
     return next < GetWordsNumber() ? GetWordAt(next) : nullptr;
   }
   TavoWord* GetLastWord();
-  TavoWord* GetWordAt(int index) { return &items_[static_cast<std::size_t>(words_[index])]; }
-  int GetWordsNumber() const { return static_cast<int>(words_.size()); }
+  TavoWord* GetWordAt(int index) {
+    return &found_.items[static_cast<std::size_t>(found_.words[index])];
+  }
+  int GetWordsNumber() const { return static_cast<int>(found_.words.size()); }
   TavoWord* GetFirstItem() {
     ParseIfNeeded();
-    return items_.empty() ? nullptr : &items_.front();
+    return found_.items.empty() ? nullptr : &found_.items.front();
   }
   TavoWord* GetNextItem(const TavoWord* item) {
     const int next = item->itemNumber_ + 1;
     return next < GetItemsNumber() ? GetItemAt(next) : nullptr;
   }
   TavoWord* GetLastItem();
-  TavoWord* GetItemAt(int index) { return &items_[static_cast<std::size_t>(index)]; }
-  int GetItemsNumber() const { return static_cast<int>(items_.size()); }
+  TavoWord* GetItemAt(int index) { return &found_.items[static_cast<std::size_t>(index)]; }
+  int GetItemsNumber() const { return static_cast<int>(found_.items.size()); }
 
   // The numbering of a real word of this section. Asked word after word these take constant time.
   int GetWordNumber(const TavoWord* word) const { return word->GetNumber(); }  // in the section
@@ -160,24 +163,26 @@ class SUPPORT_API TavoSection {
   int GetWordInParagraph(const TavoWord* word) const;
   int GetSentenceInParagraph(const TavoWord* word) const;
   int IsWordStartingSentence(const TavoWord* word) const {
-    return StartsAfter(sentenceBreaks_, word, wordInSentence_);
+    return StartsAfter(found_.sentenceBreaks, word, wordInSentence_);
   }
   int IsWordStartingParagraph(const TavoWord* word) const {
-    return StartsAfter(paragraphBreaks_, word, wordInParagraph_);
+    return StartsAfter(found_.paragraphBreaks, word, wordInParagraph_);
   }
   // Of the section's end, in the document: the position of the first plus the words less one, and
   // plus the breaks.
   int GetLastWordNumber() const { return wordPosition_ + GetWordsNumber() - 1; }
-  int GetLastSentenceNumber() const { return sentencePosition_ + sentenceBreaks_.GetCount(); }
-  int GetLastParagraphNumber() const { return paragraphPosition_ + paragraphBreaks_.GetCount(); }
+  int GetLastSentenceNumber() const { return sentencePosition_ + found_.sentenceBreaks.GetCount(); }
+  int GetLastParagraphNumber() const {
+    return paragraphPosition_ + found_.paragraphBreaks.GetCount();
+  }
   // The words after the last break plus one; without any break all words of the section.
-  int GetWordsInLastSentence() const { return WordsAfterLast(sentenceBreaks_); }
-  int GetWordsInLastParagraph() const { return WordsAfterLast(paragraphBreaks_); }
+  int GetWordsInLastSentence() const { return WordsAfterLast(found_.sentenceBreaks); }
+  int GetWordsInLastParagraph() const { return WordsAfterLast(found_.paragraphBreaks); }
   // Whether the section ends a sentence, a paragraph.
-  int IsLastWordBreaksSentence() const { return EndsWith(sentenceBreaks_); }
-  int IsLastWordBreaksParagraph() const { return EndsWith(paragraphBreaks_); }
-  const BreakList& GetSentenceBreaks() const { return sentenceBreaks_; }
-  const BreakList& GetParagraphBreaks() const { return paragraphBreaks_; }
+  int IsLastWordBreaksSentence() const { return EndsWith(found_.sentenceBreaks); }
+  int IsLastWordBreaksParagraph() const { return EndsWith(found_.paragraphBreaks); }
+  const BreakList& GetSentenceBreaks() const { return found_.sentenceBreaks; }
+  const BreakList& GetParagraphBreaks() const { return found_.paragraphBreaks; }
 
   // Marks every real word and the section.
   void MarkAllWords();
@@ -232,10 +237,14 @@ class SUPPORT_API TavoSection {
   void DropItems();
 
   // The two ways of cutting.
-  void CutByTable();
   void CutByCreateWord();
+  void CutByTable();
   void ReserveItems(int cut);
-  void AppendRun(int start, int end, WordType type, int seen);
+  // Always part of the loop that calls them: a call for each item adds a third to the parse.
+  [[gnu::always_inline]] inline void AppendPart(int start, int end, WordType type, int index);
+  [[gnu::always_inline]] inline void AppendCut(int start, int end, WordType type, int itemNumber);
+  [[gnu::always_inline]] inline void CountBreaksAfter(const RunScanner& scanner, int start, int end,
+                                                      WordType type);
 
   // Joining items one by one.
   void Combine(std::optional<TavoWord>& pending, TavoWord&& item);
@@ -276,11 +285,7 @@ class SUPPORT_API TavoSection {
   int wordInParagraph_ = 0;
   int sentenceInParagraph_ = 0;
   int sentenceBreaksAtParagraph_ = 0;  // how many there were at the last paragraph break
-  std::vector<int> words_;             // indices of the real words in items_
-  std::vector<TavoWord> items_;
-  std::vector<TavoWord> parts_;  // of all compounds of items_, in order
-  BreakList sentenceBreaks_;
-  BreakList paragraphBreaks_;
+  FoundItems found_;
   int parsed_ = 0;
   int marked_ = 0;
   int breakOnNewLine_ = 1;

@@ -2,107 +2,20 @@
 // joining what CreateWord returns. Both give the same items.
 
 #include <algorithm>
-#include <bit>
-#include <cstdint>
-#include <cstring>
 #include <iterator>
 #include <utility>
 
+#include "Support/text/RunScanner.h"
 #include "Support/text/Section.h"
 
 namespace vemra {
 
 namespace {
 
-// A maximal run of characters of one class.
-struct Run {
-  int start;
-  int end;
-  TavoWord::WordType type;  // kUnknown, and nothing in it, at the end of the text
-  int seen;                 // the ByteClass bits of its characters; none for a word
-};
+using Run = RunScanner::Run;
 
-// Gives the runs of a text one after the other. A branch at the end of every run would be
-// mispredicted more often than not, so the ends are found in whole blocks: as bits, where the type
-// of a character is not that of the one before it.
-class RunScanner {
- public:
-  RunScanner(const std::string& text, const ByteClassTable& classes)
-      : text_(reinterpret_cast<const unsigned char*>(text.data())),
-        size_(static_cast<int>(text.size())),
-        classes_(classes) {
-    NextStart();  // where the text begins
-  }
-
-  Run Next() {
-    const int start = end_;
-    if (start == size_) return {start, start, TavoWord::kUnknown, 0};
-    end_ = NextStart();
-    const int first = classes_[text_[start]];
-    const auto type = static_cast<TavoWord::WordType>(first & ByteClass::kTypeMask);
-    return {start, end_, type, type == TavoWord::kWord ? 0 : SeenWithin(start)};
-  }
-
- private:
-  static constexpr int kBlock = 64;  // characters
-  static constexpr int kStep = 8;
-
-  // The start of the next run; the end of the text behind the last one.
-  int NextStart() {
-    while (starts_ == 0) {
-      if (nextBlock_ >= size_) return size_;
-      FindStarts();
-    }
-    const int start = nextBlock_ - kBlock + std::countr_zero(starts_);
-    starts_ &= starts_ - 1;
-    return start;
-  }
-
-  void FindStarts() {
-    unsigned char types[kBlock + 1];
-    types[0] = lastType_;
-    const int count = std::min(kBlock, size_ - nextBlock_);
-    for (int i = 0; i < count; ++i) {
-      types[i + 1] = classes_[text_[nextBlock_ + i]] & ByteClass::kTypeMask;
-    }
-    std::fill(types + count + 1, std::end(types), types[count]);
-    lastType_ = types[count];
-    starts_ = 0;
-    for (int i = 0; i < kBlock; i += kStep) starts_ |= Differences(types + i) << i;
-    nextBlock_ += kBlock;
-  }
-
-  // A bit for each of eight types that differs from the one before it.
-  static std::uint64_t Differences(const unsigned char* types) {
-    std::uint64_t before = 0;
-    std::uint64_t here = 0;
-    std::memcpy(&before, types, kStep);
-    std::memcpy(&here, types + 1, kStep);
-    const std::uint64_t differences = before ^ here;
-    const std::uint64_t bits = (differences | differences >> 1) & 0x0101010101010101;
-    return bits * 0x0102040810204080 >> 56;  // byte i goes to bit i
-  }
-
-  // The ByteClass bits, less the type, of the characters up to the run's end.
-  int SeenWithin(int start) const {
-    int seen = 0;
-    for (int i = start; i < end_; ++i) seen |= classes_[text_[i]];
-    return seen & ~ByteClass::kTypeMask;
-  }
-
-  const unsigned char* text_;
-  int size_;
-  const ByteClassTable& classes_;
-  int end_ = 0;  // of the run given last
-  int nextBlock_ = 0;
-  std::uint64_t starts_ = 0;                       // in the block before the next one
-  unsigned char lastType_ = ByteClass::kTypeMask;  // of no character of a text
-};
-
-constexpr std::size_t kFewParts = 16;
-
-bool EndsWordRun(const Run& run) {
-  return run.type >= TavoWord::kSpace;
+bool IsInWord(const Run& run) {
+  return run.type < TavoWord::kSpace;
 }
 
 bool EndsSentence(const TavoWord& item) {
@@ -140,66 +53,56 @@ void TavoSection::ParseContents() {
   DropItems();
   markedContents_.clear();
   marked_ = 0;
-  // Text has an item for about three characters; a larger section grows to what it needs.
-  constexpr std::size_t kMostReserved = 4096;
-  items_.reserve(std::min(contents_.size() / 3 + 4, kMostReserved));
-  words_.reserve(std::min(contents_.size() / 6 + 4, kMostReserved));
+  if (found_.items.capacity() == 0) ExchangeForSpare(found_);
   if (typeid(*this) == *plainType_) {
     CutByTable();
   } else {
     CutByCreateWord();
+    LinkParts(0);
   }
-  LinkParts(0);
 }
 
 // A maximal stretch without white space is one item when it is one run, two items when it is two,
 // and one compound when it is more.
 void TavoSection::CutByTable() {
   RunScanner scanner(contents_, pack_->GetByteClasses());
-  const auto append = [this](const Run& run) { AppendRun(run.start, run.end, run.type, run.seen); };
-  Run run = scanner.Next();
-  while (run.type != TavoWord::kUnknown) {
-    const Run first = run;
-    run = scanner.Next();
-    if (EndsWordRun(first) || EndsWordRun(run)) {
-      append(first);
-      continue;
+  const TavoWord* const partsBefore = found_.parts.data();
+  Run first = scanner.Next();
+  Run next = scanner.Next();
+  for (int itemNumber = 0; first.type != TavoWord::kUnknown; ++itemNumber) {
+    Run last = first;
+    int parts = 0;
+    Run after = scanner.Next();
+    if (IsInWord(first) && IsInWord(next) && IsInWord(after)) {
+      AppendPart(first.start, next.start, first.type, parts++);
+      for (; IsInWord(next); next = after, after = scanner.Next()) {
+        AppendPart(next.start, after.start, next.type, parts++);
+        last = next;
+      }
     }
-    const Run second = run;
-    run = scanner.Next();
-    if (EndsWordRun(run)) {
-      append(first);
-      append(second);
-      continue;
-    }
-    int count = 0;
-    Run last = second;
-    if (parts_.capacity() == 0) parts_.reserve(kFewParts);
-    const auto appendPart = [&](const Run& part) {
-      parts_.emplace_back(TavoWord::Key(), contents_.data() + part.start, part.start,
-                          part.end - part.start, count, count, part.type);
-      ++count;
-    };
-    appendPart(first);
-    appendPart(second);
-    for (; !EndsWordRun(run); run = scanner.Next()) {
-      appendPart(run);
-      last = run;
-    }
-    const int seen = last.type == TavoWord::kPunctuation ? last.seen : 0;
-    AppendRun(first.start, last.end, TavoWord::kCompound, seen);
-    items_.back().partCount_ = count;
+    AppendCut(first.start, next.start, parts == 0 ? first.type : TavoWord::kCompound, itemNumber);
+    if (parts > 0) found_.items.back().SetParts(&found_.parts.back() - (parts - 1), parts);
+    if (last.type != TavoWord::kWord) CountBreaksAfter(scanner, last.start, next.start, last.type);
+    first = next;
+    next = after;
   }
+  if (found_.parts.data() != partsBefore) LinkParts(0);  // they moved when they grew
 }
 
-// seen: the bits that count for the ends of sentence and paragraph.
-void TavoSection::AppendRun(int start, int end, WordType type, int seen) {
-  const int itemNumber = GetItemsNumber();
-  if (items_.size() == items_.capacity()) ReserveItems(start);
-  if (type == TavoWord::kWord || type == TavoWord::kCompound) words_.push_back(itemNumber);
-  items_.emplace_back(TavoWord::Key(), contents_.data() + start, start, end - start,
-                      GetWordsNumber() - 1, itemNumber, type);
-  if (type == TavoWord::kWord || seen == 0) return;
+void TavoSection::AppendPart(int start, int end, WordType type, int index) {
+  found_.parts.emplace_back(TavoWord::Key(), contents_.data() + start, start, end - start, index,
+                            index, type);
+}
+
+void TavoSection::AppendCut(int start, int end, WordType type, int itemNumber) {
+  if (type == TavoWord::kWord || type == TavoWord::kCompound) found_.words.push_back(itemNumber);
+  if (found_.items.size() == found_.items.capacity()) ReserveItems(start);
+  found_.items.emplace_back(TavoWord::Key(), contents_.data() + start, start, end - start,
+                            GetWordsNumber() - 1, itemNumber, type);
+}
+
+void TavoSection::CountBreaksAfter(const RunScanner& scanner, int start, int end, WordType type) {
+  const int seen = scanner.SeenWithin(start, end);
   const bool space = type == TavoWord::kSpace;
   CountBreaks(!space && (seen & ByteClass::kEndsSentence) != 0,
               space && (seen & ByteClass::kEndsLine) != 0 && breakOnNewLine_);
@@ -208,10 +111,10 @@ void TavoSection::AppendRun(int start, int end, WordType type, int seen) {
 // Makes room for what the rest of the contents probably holds, judging by the part that is cut, so
 // that a large section is not copied again and again while it grows.
 void TavoSection::ReserveItems(int cut) {
-  const std::size_t items = items_.size();
+  const std::size_t items = found_.items.size();
   const std::size_t expected =
       items * contents_.size() / static_cast<std::size_t>(std::max(cut, 1));
-  items_.reserve(std::max(expected, items) + items / 8 + 16);
+  found_.items.reserve(std::max(expected, items) + items / 8 + 16);
 }
 
 void TavoSection::CutByCreateWord() {
@@ -261,19 +164,19 @@ void TavoSection::AppendItem(TavoWord&& item) {
   if (item.partCount_ > 0) {
     const int count = item.partCount_;
     std::vector<TavoWord> parts = item.TakeParts();
-    parts_.insert(parts_.end(), std::make_move_iterator(parts.begin()),
-                  std::make_move_iterator(parts.end()));
+    found_.parts.insert(found_.parts.end(), std::make_move_iterator(parts.begin()),
+                        std::make_move_iterator(parts.end()));
     item.partCount_ = count;
   }
   item.owned_.reset();
-  items_.push_back(std::move(item));
-  CountItem(items_.size() - 1, endsSentence, endsParagraph);
+  found_.items.push_back(std::move(item));
+  CountItem(found_.items.size() - 1, endsSentence, endsParagraph);
 }
 
 void TavoSection::CountItem(std::size_t index, bool endsSentence, bool endsParagraph) {
-  TavoWord& item = items_[index];
+  TavoWord& item = found_.items[index];
   item.itemNumber_ = static_cast<int>(index);
-  if (item.IsRealWord()) words_.push_back(item.itemNumber_);
+  if (item.IsRealWord()) found_.words.push_back(item.itemNumber_);
   item.number_ = GetWordsNumber() - 1;
   CountBreaks(endsSentence, endsParagraph);
 }
@@ -281,31 +184,31 @@ void TavoSection::CountItem(std::size_t index, bool endsSentence, bool endsParag
 // The last item ends a sentence, or a sentence and a paragraph.
 void TavoSection::CountBreaks(bool endsSentence, bool endsParagraph) {
   if (!endsSentence && !endsParagraph) return;
-  const auto words = static_cast<unsigned>(words_.size());
-  sentenceBreaks_.Add(words);
+  const auto words = static_cast<unsigned>(found_.words.size());
+  found_.sentenceBreaks.Add(words);
   if (!endsParagraph) return;
-  paragraphBreaks_.Add(words);
-  sentenceBreaksAtParagraph_ = sentenceBreaks_.GetCount();
+  found_.paragraphBreaks.Add(words);
+  sentenceBreaksAtParagraph_ = found_.sentenceBreaks.GetCount();
 }
 
 void TavoSection::UncountLastItem() {
   // A paragraph's end that is taken back is only ever lengthened and counted again, which sets the
   // sentence breaks at it anew.
-  const TavoWord& item = items_.back();
+  const TavoWord& item = found_.items.back();
   const bool endsParagraph = EndsParagraph(item);
-  if (endsParagraph) paragraphBreaks_.RemoveLast();
-  if (endsParagraph || EndsSentence(item)) sentenceBreaks_.RemoveLast();
-  if (item.IsRealWord()) words_.pop_back();
+  if (endsParagraph) found_.paragraphBreaks.RemoveLast();
+  if (endsParagraph || EndsSentence(item)) found_.sentenceBreaks.RemoveLast();
+  if (item.IsRealWord()) found_.words.pop_back();
 }
 
 // Numbers the first itemCount items afresh; words and breaks are then theirs.
 void TavoSection::Recount(std::size_t itemCount) {
-  words_.clear();
-  sentenceBreaks_.Clear();
-  paragraphBreaks_.Clear();
+  found_.words.clear();
+  found_.sentenceBreaks.Clear();
+  found_.paragraphBreaks.Clear();
   sentenceBreaksAtParagraph_ = 0;
   for (std::size_t i = 0; i < itemCount; ++i) {
-    CountItem(i, EndsSentence(items_[i]), EndsParagraph(items_[i]));
+    CountItem(i, EndsSentence(found_.items[i]), EndsParagraph(found_.items[i]));
   }
 }
 
@@ -316,7 +219,7 @@ bool TavoSection::EndsParagraph(const TavoWord& item) const {
 
 void TavoSection::PlaceItems() {
   int start = 0;
-  for (TavoWord& item : items_) {
+  for (TavoWord& item : found_.items) {
     item.Place(contents_.data() + start, start);
     start += item.length_;
   }
@@ -325,15 +228,15 @@ void TavoSection::PlaceItems() {
 // Points the compounds from firstItem on at their parts in the store. Both are in the order of
 // their offsets; parts that a compound has given up (RemoveWords) stay in the store between.
 void TavoSection::LinkParts(std::size_t firstItem) {
-  if (firstItem >= items_.size()) return;
+  if (found_.parts.empty() || firstItem >= found_.items.size()) return;
   const auto startsBefore = [](const TavoWord& part, int start) { return part.start_ < start; };
-  auto part =
-      std::lower_bound(parts_.begin(), parts_.end(), items_[firstItem].start_, startsBefore);
-  for (std::size_t i = firstItem; i < items_.size(); ++i) {
-    TavoWord& item = items_[i];
+  auto part = std::lower_bound(found_.parts.begin(), found_.parts.end(),
+                               found_.items[firstItem].start_, startsBefore);
+  for (std::size_t i = firstItem; i < found_.items.size(); ++i) {
+    TavoWord& item = found_.items[i];
     if (item.type_ != TavoWord::kCompound || item.owned_ || item.partCount_ == 0) continue;
     while (part->start_ < item.start_) ++part;
-    item.parts_ = &*part;
+    item.SetParts(&*part, item.partCount_);
     part += item.partCount_;
   }
 }

@@ -40,10 +40,10 @@ std::optional<TavoWord> TavoSection::CreateCopyWord(const TavoWord* word, std::s
 // Appends the text of other's items to the contents and returns the copies, which look at it.
 std::vector<TavoWord> TavoSection::CopyItems(const TavoSection& other, int mode) {
   std::vector<TavoWord> copies;
-  copies.reserve(other.items_.size());
+  copies.reserve(other.found_.items.size());
   const char* const before = contents_.data();
   const std::size_t oldLength = contents_.size();
-  for (const TavoWord& item : other.items_) {
+  for (const TavoWord& item : other.found_.items) {
     const std::size_t start = contents_.size();
     std::optional<TavoWord> copy = CreateCopyWord(&item, contents_, mode);
     if (!copy) continue;
@@ -67,25 +67,25 @@ void TavoSection::AddSection(TavoSection& other, int separate) {
   }
   ParseIfNeeded();
   other.ParseIfNeeded();
-  if (other.items_.empty()) return;
+  if (other.found_.items.empty()) return;
   markedContents_.clear();
 
-  const bool apart = items_.empty() || items_.back().type_ == TavoWord::kSpace ||
-                     other.items_.front().type_ == TavoWord::kSpace;
+  const bool apart = found_.items.empty() || found_.items.back().type_ == TavoWord::kSpace ||
+                     other.found_.items.front().type_ == TavoWord::kSpace;
   if (separate && !apart) {
     TavoSection blank(nullptr, " ", pack_);
     AddSection(blank, 0);
   }
   const int seam = GetContentsLength();
   std::vector<TavoWord> added = CopyItems(other, kCopyItems);
-  const TavoWord* const oldParts = parts_.data();
+  const TavoWord* const oldParts = found_.parts.data();
   std::optional<TavoWord> pending;
   std::vector<TavoWord> tail = TakeBackTail(seam);
-  const std::size_t firstChanged = items_.size();
+  const std::size_t firstChanged = found_.items.size();
   for (TavoWord& item : tail) Combine(pending, std::move(item));
   for (TavoWord& item : added) Combine(pending, std::move(item));
   Commit(pending);
-  LinkParts(parts_.data() == oldParts ? firstChanged : 0);
+  LinkParts(found_.parts.data() == oldParts ? firstChanged : 0);
 }
 
 // Takes the items off the end that what follows at the seam may join: the last white space, or all
@@ -93,15 +93,16 @@ void TavoSection::AddSection(TavoSection& other, int separate) {
 std::vector<TavoWord> TavoSection::TakeBackTail(int seam) {
   std::vector<TavoWord> tail;
   // A CreateWord that stopped early leaves text without items, which parts the two sides.
-  if (items_.empty() || items_.back().GetEnd() + 1 != seam) return tail;
-  const bool space = items_.back().type_ == TavoWord::kSpace;
-  while (!items_.empty() && (items_.back().type_ == TavoWord::kSpace) == space) {
+  if (found_.items.empty() || found_.items.back().GetEnd() + 1 != seam) return tail;
+  const bool space = found_.items.back().type_ == TavoWord::kSpace;
+  while (!found_.items.empty() && (found_.items.back().type_ == TavoWord::kSpace) == space) {
     UncountLastItem();
-    TavoWord item = std::move(items_.back());
-    items_.pop_back();
+    TavoWord item = std::move(found_.items.back());
+    found_.items.pop_back();
     if (item.partCount_ > 0 && !item.owned_) {
       std::vector<TavoWord> parts = item.TakeParts();
-      parts_.erase(parts_.end() - static_cast<std::ptrdiff_t>(parts.size()), parts_.end());
+      found_.parts.erase(found_.parts.end() - static_cast<std::ptrdiff_t>(parts.size()),
+                         found_.parts.end());
       item.SetParts(std::move(parts));
     }
     tail.push_back(std::move(item));
@@ -113,12 +114,12 @@ std::vector<TavoWord> TavoSection::TakeBackTail(int seam) {
 void TavoSection::CutStart(int n) {
   ParseIfNeeded();
   if (n < 1) return;
-  std::size_t first = items_.size();
+  std::size_t first = found_.items.size();
   if (n < GetWordsNumber()) {
-    first = static_cast<std::size_t>(words_[static_cast<std::size_t>(n)]);
-    while (first > 0 && items_[first - 1].type_ == TavoWord::kPunctuation) --first;
+    first = static_cast<std::size_t>(found_.words[static_cast<std::size_t>(n)]);
+    while (first > 0 && found_.items[first - 1].type_ == TavoWord::kPunctuation) --first;
   }
-  KeepItems(first, items_.size());
+  KeepItems(first, found_.items.size());
 }
 
 void TavoSection::CutEnd(int n) {
@@ -126,8 +127,10 @@ void TavoSection::CutEnd(int n) {
   if (n < 1) return;
   std::size_t last = 0;
   if (n < GetWordsNumber()) {
-    last = static_cast<std::size_t>(words_[words_.size() - static_cast<std::size_t>(n) - 1]) + 1;
-    while (last < items_.size() && items_[last].type_ == TavoWord::kPunctuation) ++last;
+    last = static_cast<std::size_t>(
+               found_.words[found_.words.size() - static_cast<std::size_t>(n) - 1]) +
+           1;
+    while (last < found_.items.size() && found_.items[last].type_ == TavoWord::kPunctuation) ++last;
   }
   KeepItems(0, last);
 }
@@ -139,26 +142,30 @@ void TavoSection::KeepItems(std::size_t first, std::size_t last) {
   const int wordInParagraph = GetWordInParagraphAtEnd();
   const int sentenceInParagraph = GetSentenceInParagraphAtEnd();
   wordPosition_ += GetWordsNumber();
-  sentencePosition_ += sentenceBreaks_.GetCount();
-  paragraphPosition_ += paragraphBreaks_.GetCount();
+  sentencePosition_ += found_.sentenceBreaks.GetCount();
+  paragraphPosition_ += found_.paragraphBreaks.GetCount();
   wordInSentence_ = wordInSentence;
   wordInParagraph_ = wordInParagraph;
   sentenceInParagraph_ = sentenceInParagraph;
 
-  const int begin = first < last ? items_[first].start_ : 0;
-  const int end = first < last ? items_[last - 1].GetEnd() + 1 : 0;
+  const int begin = first < last ? found_.items[first].start_ : 0;
+  const int end = first < last ? found_.items[last - 1].GetEnd() + 1 : 0;
   const auto startsBefore = [](const TavoWord& part, int start) { return part.start_ < start; };
-  parts_.erase(std::lower_bound(parts_.begin(), parts_.end(), end, startsBefore), parts_.end());
-  parts_.erase(parts_.begin(), std::lower_bound(parts_.begin(), parts_.end(), begin, startsBefore));
-  items_.erase(items_.begin() + static_cast<std::ptrdiff_t>(last), items_.end());
-  items_.erase(items_.begin(), items_.begin() + static_cast<std::ptrdiff_t>(first));
+  found_.parts.erase(std::lower_bound(found_.parts.begin(), found_.parts.end(), end, startsBefore),
+                     found_.parts.end());
+  found_.parts.erase(
+      found_.parts.begin(),
+      std::lower_bound(found_.parts.begin(), found_.parts.end(), begin, startsBefore));
+  found_.items.erase(found_.items.begin() + static_cast<std::ptrdiff_t>(last), found_.items.end());
+  found_.items.erase(found_.items.begin(),
+                     found_.items.begin() + static_cast<std::ptrdiff_t>(first));
   LinkParts(0);
 
   contents_.resize(static_cast<std::size_t>(end));
   contents_.erase(0, static_cast<std::size_t>(begin));
   markedContents_.clear();
   PlaceItems();
-  Recount(items_.size());
+  Recount(found_.items.size());
 }
 
 }  // namespace vemra

@@ -6,27 +6,29 @@ namespace vemra {
 
 int TavoSection::GetWordInSentenceAtEnd() const {
   const int words = GetWordsNumber();
-  return sentenceBreaks_.IsEmpty() ? wordInSentence_ + words
-                                   : words - static_cast<int>(sentenceBreaks_.GetLast());
+  return found_.sentenceBreaks.IsEmpty()
+             ? wordInSentence_ + words
+             : words - static_cast<int>(found_.sentenceBreaks.GetLast());
 }
 
 int TavoSection::GetWordInParagraphAtEnd() const {
   const int words = GetWordsNumber();
-  return paragraphBreaks_.IsEmpty() ? wordInParagraph_ + words
-                                    : words - static_cast<int>(paragraphBreaks_.GetLast());
+  return found_.paragraphBreaks.IsEmpty()
+             ? wordInParagraph_ + words
+             : words - static_cast<int>(found_.paragraphBreaks.GetLast());
 }
 
 int TavoSection::GetSentenceInParagraphAtEnd() const {
-  const int onEntry = paragraphBreaks_.IsEmpty() ? sentenceInParagraph_ : 0;
-  return onEntry + sentenceBreaks_.GetCount() - sentenceBreaksAtParagraph_;
+  const int onEntry = found_.paragraphBreaks.IsEmpty() ? sentenceInParagraph_ : 0;
+  return onEntry + found_.sentenceBreaks.GetCount() - sentenceBreaksAtParagraph_;
 }
 
 int TavoSection::GetWordSentence(const TavoWord* word) const {
-  return sentencePosition_ + sentenceBreaks_.CountUpTo(word->GetNumber());
+  return sentencePosition_ + found_.sentenceBreaks.CountUpTo(word->GetNumber());
 }
 
 int TavoSection::GetWordParagraph(const TavoWord* word) const {
-  return paragraphPosition_ + paragraphBreaks_.CountUpTo(word->GetNumber());
+  return paragraphPosition_ + found_.paragraphBreaks.CountUpTo(word->GetNumber());
 }
 
 int TavoSection::CountWithin(const BreakList& breaks, const TavoWord* word,
@@ -37,19 +39,19 @@ int TavoSection::CountWithin(const BreakList& breaks, const TavoWord* word,
 }
 
 int TavoSection::GetWordInSentence(const TavoWord* word) const {
-  return CountWithin(sentenceBreaks_, word, wordInSentence_);
+  return CountWithin(found_.sentenceBreaks, word, wordInSentence_);
 }
 
 int TavoSection::GetWordInParagraph(const TavoWord* word) const {
-  return CountWithin(paragraphBreaks_, word, wordInParagraph_);
+  return CountWithin(found_.paragraphBreaks, word, wordInParagraph_);
 }
 
 int TavoSection::GetSentenceInParagraph(const TavoWord* word) const {
-  const int count = sentenceBreaks_.CountUpTo(word->GetNumber());
-  const int sentenceOpened = count > 0 ? sentenceBreaks_.GetLastUpTo(word->GetNumber()) : 0;
-  const int paragraphOpened = paragraphBreaks_.GetLastUpTo(sentenceOpened);
+  const int count = found_.sentenceBreaks.CountUpTo(word->GetNumber());
+  const int sentenceOpened = count > 0 ? found_.sentenceBreaks.GetLastUpTo(word->GetNumber()) : 0;
+  const int paragraphOpened = found_.paragraphBreaks.GetLastUpTo(sentenceOpened);
   if (paragraphOpened < 0) return sentenceInParagraph_ + count;
-  return count - sentenceBreaks_.CountUpTo(paragraphOpened);
+  return count - found_.sentenceBreaks.CountUpTo(paragraphOpened);
 }
 
 int TavoSection::WordsAfterLast(const BreakList& breaks) const {

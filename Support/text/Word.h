@@ -117,6 +117,10 @@ class SUPPORT_API TavoWord {
   // A compound's parts, or the word itself as the only one; the word is then without parts.
   std::vector<TavoWord> TakeParts();
   void SetParts(std::vector<TavoWord>&& parts);
+  void SetParts(TavoWord* parts, int count) {
+    parts_ = parts;
+    partCount_ = count;
+  }
   void JoinParts(TavoWord&& next);
 
   const char* text_ = "";

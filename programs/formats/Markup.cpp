@@ -1,5 +1,7 @@
 #include "programs/formats/Markup.h"
 
+#include "Support/text/ByteSet.h"
+
 namespace vemra {
 
 void OpenLink::Follow(const MarkupTag& tag) {
@@ -19,13 +21,13 @@ void OpenLink::AppendAgain(std::string& out) const {
 }
 
 void AppendEscaped(std::string_view text, std::string& out) {
-  constexpr std::string_view kSpecial = "&<>\"'";
-  while (!text.empty()) {
-    const std::size_t plain = text.find_first_of(kSpecial);
-    out += text.substr(0, plain);
-    if (plain == std::string_view::npos) break;
-    out += "&#" + std::to_string(static_cast<int>(text[plain])) + ';';
-    text.remove_prefix(plain + 1);
+  static const ByteSet special("&<>\"'");
+  for (std::size_t copied = 0; copied < text.size();) {
+    const std::size_t found = special.FindIn(text, copied);
+    out.append(text, copied, found - copied);
+    if (found == text.size()) break;
+    out += "&#" + std::to_string(static_cast<int>(text[found])) + ';';
+    copied = found + 1;
   }
 }
 

@@ -1,5 +1,6 @@
 #include "programs/formats/PlainText.h"
 
+#include "Support/text/ByteSet.h"
 #include "programs/formats/WhiteSpace.h"
 
 namespace vemra {
@@ -23,23 +24,21 @@ bool IsParagraphGap(std::string_view blanks) {
   return lines >= 2;
 }
 
-bool IsLineEnd(char c) {
-  return c == '\n' || c == '\r' || c == '\f';
+const ByteSet& LineEnds() {
+  static const ByteSet lineEnds("\n\r\f");
+  return lineEnds;
 }
 
 // The next such gap; at the end of the text, which ends its last paragraph, when there is none.
 // Indentation after the gap's last line end belongs to the paragraph that follows.
 Gap FindGap(std::string_view text) {
+  const ByteSet& lineEnds = LineEnds();
   std::size_t end = 0;
-  while (end < text.size()) {
-    if (!IsLineEnd(text[end])) {
-      ++end;
-      continue;
-    }
+  while (end = lineEnds.FindIn(text, end), end < text.size()) {
     const std::size_t start = end;
     std::size_t lastLineEnd = end;
     for (; end < text.size() && IsBlank(text[end]); ++end) {
-      if (IsLineEnd(text[end])) lastLineEnd = end;
+      if (lineEnds.Has(static_cast<unsigned char>(text[end]))) lastLineEnd = end;
     }
     if (IsParagraphGap(text.substr(start, end - start))) return {start, lastLineEnd + 1 - start};
   }
@@ -47,7 +46,7 @@ Gap FindGap(std::string_view text) {
 }
 
 bool HasGap(std::string_view text) {
-  return FindGap(text).start < text.size();
+  return FindGap(text).length > 0;
 }
 
 }  // namespace
@@ -62,9 +61,10 @@ int PlainTextParser::ParseInput(TavoInput* input) {
   SetFieldList(fields);
   // Lines are the only structure of a text without a blank line. In any other text they are just
   // where the writer's editor wrapped a sentence.
-  SetBreakOnNewLine(HasGap(TrimStart(TrimEnd(text))) ? 0 : 1);
-  while (!text.empty() && !DoStopParsing()) {
-    const Gap gap = FindGap(text);
+  Gap gap = FindGap(text);
+  const bool hasBlankLine = gap.length > 0 && HasGap(TrimStart(TrimEnd(text)));
+  SetBreakOnNewLine(hasBlankLine ? 0 : 1);
+  for (; !text.empty() && !DoStopParsing(); gap = FindGap(text)) {
     Deliver(text.substr(0, gap.start));
     WriteLayout(text.substr(gap.start, gap.length));
     SetNewParagraph();

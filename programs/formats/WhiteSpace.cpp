@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "Support/text/ByteSet.h"
+
 namespace vemra {
 
 const std::array<bool, 256> kIsBlank = [] {
@@ -35,15 +37,15 @@ std::size_t FindNoCase(std::string_view text, std::string_view name, std::size_t
 }
 
 void BlankControls(std::string& text) {
-  static const std::array<bool, 256> isControl = [] {
-    std::array<bool, 256> table = kIsBlank;
-    for (const char kept : {' ', '\t', '\n', '\f', '\r'}) {
-      table[static_cast<unsigned char>(kept)] = false;
+  static const ByteSet controls = [] {
+    std::string bytes(1, '\x7F');
+    for (char c = 0; c < ' '; ++c) {
+      if (std::string_view("\t\n\f\r").find(c) == std::string_view::npos) bytes += c;
     }
-    return table;
+    return ByteSet(bytes);
   }();
-  for (char& c : text) {
-    if (isControl[static_cast<unsigned char>(c)]) c = ' ';
+  for (std::size_t i = controls.FindIn(text, 0); i < text.size(); i = controls.FindIn(text, i)) {
+    text[i] = ' ';
   }
 }
 

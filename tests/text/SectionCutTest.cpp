@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <random>
 #include <string>
+#include <thread>
 
 #include "Support/text/Section.h"
 #include "tests/text/PlainCut.h"
@@ -96,10 +98,15 @@ TEST(SectionCut, EveryByteHasTheSameClassBothWays) {
   EXPECT_TRUE(Same(general, PlainCut(text)));
 }
 
+std::string RandomText(std::mt19937& random, std::size_t size) {
+  std::string text(size, ' ');
+  for (char& c : text) c = kAlphabet[random() % kAlphabet.size()];
+  return text;
+}
+
 TEST(SectionCut, LongRunsAndCompounds) {
   std::mt19937 random(1);
-  std::string mixed;
-  for (int i = 0; i < 20000; ++i) mixed += kAlphabet[random() % kAlphabet.size()];
+  const std::string mixed = RandomText(random, 20000);
   std::string compound;
   for (int i = 0; i < 500; ++i) compound += "a.";
   for (const std::string& text : {mixed, compound, std::string(1000, 'a'), std::string(1000, '\n'),
@@ -112,6 +119,38 @@ TEST(SectionCut, LongRunsAndCompounds) {
     pieces.ParseContents();
     EXPECT_TRUE(Same(pieces, PlainCut(text)));
   }
+}
+
+TEST(SectionCut, TextsOfEveryLengthAroundTheScannersBlocks) {
+  std::mt19937 random(2);
+  for (std::size_t size = 1; size < 1100; ++size) {
+    const std::string text = RandomText(random, size);
+    TavoSection section(nullptr, text);
+    section.ParseContents();
+    EXPECT_TRUE(Same(section, PlainCut(text))) << text;
+  }
+}
+
+// More threads than share the memory of sections that are gone; lengths that need more and less.
+TEST(SectionCut, ThreadsCutTheirOwnSections) {
+  constexpr unsigned kThreads = 20;
+  TavoLangPack::GetDefault();  // made by one thread
+  std::vector<std::thread> threads;
+  std::atomic<int> wrong = 0;
+  for (unsigned seed = 0; seed < kThreads; ++seed) {
+    threads.emplace_back([&wrong, seed] {
+      std::mt19937 random(seed);
+      for (int round = 0; round < 40; ++round) {
+        const std::string text = RandomText(random, random() % 500);
+        TavoSection section(nullptr, text);
+        const TavoSection copy(section);
+        section.ParseContents();
+        if (!Same(section, PlainCut(text))) ++wrong;
+      }
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
+  EXPECT_EQ(wrong, 0);
 }
 
 TEST(SectionCut, OneHugeCompoundTakesLinearTimeBothWays) {
