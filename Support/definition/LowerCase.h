@@ -1,6 +1,5 @@
 #pragma once
 
-#include <algorithm>
 #include <string>
 
 #include "Support/foundation/Ascii.h"
@@ -9,7 +8,7 @@ namespace vemra {
 
 // The text with its ASCII letters in lower case, whatever the locale.
 inline std::string ToLowerCase(std::string text) {
-  std::transform(text.begin(), text.end(), text.begin(), ToAsciiLower);
+  for (char& c : text) c = ToAsciiLower(c);
   return text;
 }
 

@@ -19,8 +19,14 @@ constexpr bool IsAsciiLower(unsigned char c) {
 constexpr bool IsAsciiAlpha(unsigned char c) {
   return IsAsciiUpper(c) || IsAsciiLower(c);
 }
+constexpr bool IsAsciiAlnum(unsigned char c) {
+  return IsAsciiAlpha(c) || IsAsciiDigit(c);
+}
 constexpr unsigned char ToAsciiLower(unsigned char c) {
   return IsAsciiUpper(c) ? static_cast<unsigned char>(c + ('a' - 'A')) : c;
+}
+constexpr char ToAsciiLower(char c) {
+  return static_cast<char>(ToAsciiLower(static_cast<unsigned char>(c)));
 }
 
 }  // namespace vemra

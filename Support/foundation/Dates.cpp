@@ -19,4 +19,12 @@ void GetDateTimeString(DateTime time, std::string& out) {
   out += text;
 }
 
+std::string FormatStoredTime(DateTime time) {
+  const LocalTime local = time.GetLocal();
+  char text[80];
+  std::snprintf(text, sizeof text, "%02d:%02d:%02d %02d/%02d/%04d", local.hour, local.minute,
+                local.second, local.day, local.month, local.year);
+  return text;
+}
+
 }  // namespace vemra

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <system_error>
 
+#include "Support/foundation/Dates.h"
 #include "Support/foundation/File.h"
 #include "Support/foundation/INIException.h"
 #include "Support/platform/PrivateProfile.h"
@@ -223,14 +224,6 @@ int ParseTime(const std::string& text, DateTime& value) {
   return 1;
 }
 
-std::string FormatTime(DateTime value) {
-  const LocalTime local = value.GetLocal();
-  char text[80];
-  std::snprintf(text, sizeof text, "%02d:%02d:%02d %02d/%02d/%04d", local.hour, local.minute,
-                local.second, local.day, local.month, local.year);
-  return text;
-}
-
 int ParseTimeSpan(const std::string& text, TimeSpan& value) {
   if (text.empty()) return 0;
   value = TimeSpan(std::atoll(text.c_str()));
@@ -317,7 +310,7 @@ int INIWorker::PutTime(const std::string& key, DateTime value) {
 }
 
 int INIWorker::PutTime(const std::string& sectionName, const std::string& key, DateTime value) {
-  return Write(sectionName, key, FormatTime(value));
+  return Write(sectionName, key, FormatStoredTime(value));
 }
 
 int INIWorker::GetTime(const std::string& key, DateTime& value) {

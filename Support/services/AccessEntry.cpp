@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "Support/foundation/Ascii.h"
+#include "Support/foundation/Dates.h"
 
 namespace vemra {
 namespace {
@@ -96,22 +97,15 @@ class LineScanner {
   bool failed_ = false;
 };
 
-std::string TimeText(DateTime time) {
-  const LocalTime local = time.GetLocal();
-  char text[80];
-  std::snprintf(text, sizeof text, "%02d:%02d:%02d %02d/%02d/%04d", local.hour, local.minute,
-                local.second, local.day, local.month, local.year);
-  return text;
-}
-
 }  // namespace
 
 std::string FormatAccessLine(const AccessEntry& entry) {
   char line[400];
   // Kept: the thread id is padded with blanks on the right, not with zeros.
   std::snprintf(line, sizeof line, "%-16s %-8lX %s expires %s\n", entry.name.c_str(),
-                static_cast<unsigned long>(entry.threadId), TimeText(entry.lastUpdate).c_str(),
-                TimeText(entry.expires).c_str());
+                static_cast<unsigned long>(entry.threadId),
+                FormatStoredTime(entry.lastUpdate).c_str(),
+                FormatStoredTime(entry.expires).c_str());
   return line;
 }
 

@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "Support/foundation/Ascii.h"
+
 namespace vemra {
 
 // White space of markup. Control characters count as white space too, since they are made blanks
@@ -13,18 +15,6 @@ extern const std::array<bool, 256> kIsBlank;
 
 inline bool IsBlank(char c) {
   return kIsBlank[static_cast<unsigned char>(c)];
-}
-inline bool IsAsciiAlpha(char c) {
-  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-}
-inline bool IsAsciiDigit(char c) {
-  return c >= '0' && c <= '9';
-}
-inline bool IsAsciiAlnum(char c) {
-  return IsAsciiAlpha(c) || IsAsciiDigit(c);
-}
-inline char ToAsciiLower(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
 }
 
 std::string_view TrimStart(std::string_view text);
