@@ -14,6 +14,7 @@ ByteSet::ByteSet(std::string_view members) {
 }
 
 void ByteSet::Add(unsigned char c) {
+  members_[c] = true;
   rows_[c / 128][c % 16] |= static_cast<std::uint8_t>(1 << c / 16 % 8);
 }
 

@@ -18,7 +18,7 @@ class SUPPORT_API ByteSet {
   explicit ByteSet(std::string_view members);
 
   void Add(unsigned char c);
-  bool Has(unsigned char c) const { return (rows_[c / 128][c % 16] >> c / 16 % 8 & 1) != 0; }
+  bool Has(unsigned char c) const { return members_[c]; }
 
   // Which of the kBlock bytes that text begins with are members: bit i for byte i.
   std::uint64_t FindInBlock(const char* text) const;
@@ -30,8 +30,9 @@ class SUPPORT_API ByteSet {
  private:
   std::uint64_t FindInBlockFast(const char* text) const;
 
-  // Byte c is bit (c / 16) % 8 of row c % 16, of the first table below 128 and of the second from
-  // there on: a processor looks up sixteen rows at a time.
+  std::array<bool, 256> members_{};
+  // The same as bits: byte c is bit (c / 16) % 8 of row c % 16, of the first table below 128
+  // and of the second from there on. A processor looks up sixteen rows at a time.
   using Rows = std::array<std::uint8_t, 16>;
   std::array<Rows, 2> rows_{};
 };

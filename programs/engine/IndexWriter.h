@@ -75,6 +75,7 @@ class IndexWriter {
   LayoutWriter layout_;                            // and how they follow each other
   std::size_t batchBytes_ = 0;
   int batchTexts_ = 0;
+  int parts_ = 0;  // of the index, one a batch
   std::optional<Statement> insertWords_;
   std::optional<Statement> insertText_;
   std::optional<Transaction> batch_;

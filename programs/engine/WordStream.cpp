@@ -71,9 +71,10 @@ bool WordStreamReader::Next() {
   samePosition_ = stream_[cursor_++] == kSamePosition;
   const std::size_t start = cursor_;
   bool escaped = false;
-  while (cursor_ < stream_.size() && !IsMarker(stream_[cursor_])) {
-    escaped |= stream_[cursor_] == kEscape;
-    ++cursor_;
+  for (; cursor_ < stream_.size(); ++cursor_) {
+    if (!NeedsEscape(stream_[cursor_])) continue;
+    if (IsMarker(stream_[cursor_])) break;
+    escaped = true;
   }
   word_ = stream_.substr(start, cursor_ - start);
   if (escaped) {

@@ -149,6 +149,7 @@ void HtmlParser::OpenMarkup(const HtmlElement& element,
 
 // Within a run the tags go with its text.
 void HtmlParser::WritePendingMarkup() {
+  if (!WritesMarkup()) return;
   std::vector<MarkupTag> tags = markup_.Take();
   if (tags.empty()) return;
   if (!run_.IsEmpty()) {
@@ -337,6 +338,7 @@ void HtmlParser::EndRun(HtmlBoundary boundary) {
 
 // Those behind the last word of a run, and the white space that stands among them.
 void HtmlParser::WriteTrailingTags() {
+  if (!WritesMarkup()) return;
   for (const SectionMarkup::Place& place : runMarkup_.TakeAll().tags) {
     if (place.offset > 0 && run_.TakeSpace()) WriteLayout(" ");
     WriteMarkup(place.tag.text);

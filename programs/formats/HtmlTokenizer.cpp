@@ -8,6 +8,19 @@ namespace vemra {
 
 namespace {
 
+using ByteTable = std::array<bool, 256>;
+
+// White space and the characters given.
+ByteTable BlanksAnd(std::string_view others) {
+  ByteTable table = kIsBlank;
+  for (const char c : others) table[static_cast<unsigned char>(c)] = true;
+  return table;
+}
+
+bool Has(const ByteTable& table, char c) {
+  return table[static_cast<unsigned char>(c)];
+}
+
 std::size_t PastLast(std::string_view text, char c) {
   const std::size_t last = text.rfind(c);
   return last == std::string_view::npos ? 0 : last + 1;
@@ -95,10 +108,11 @@ void HtmlTokenizer::SkipPast(std::string_view terminator) {
 
 // Also ends before a "<": a tag whose ">" was forgotten.
 void HtmlTokenizer::TakeName() {
+  static const ByteTable ends = BlanksAnd("/><");
   nameLength_ = 0;
   for (; position_ < page_.size(); ++position_) {
     const char c = page_[position_];
-    if (IsBlank(c) || c == '/' || c == '>' || c == '<') break;
+    if (Has(ends, c)) break;
     if (nameLength_ < kMaxName) name_[nameLength_++] = ToAsciiLower(c);
   }
 }
@@ -126,13 +140,10 @@ bool HtmlTokenizer::TakeAttributes() {
 }
 
 std::string_view HtmlTokenizer::TakeAttributeName() {
+  static const ByteTable ends = BlanksAnd("/>=");
   const std::size_t start = position_;
   if (At(position_) == '=') ++position_;  // a stray "=" begins a name
-  while (position_ < page_.size()) {
-    const char c = page_[position_];
-    if (IsBlank(c) || c == '/' || c == '>' || c == '=') break;
-    ++position_;
-  }
+  while (position_ < page_.size() && !Has(ends, page_[position_])) ++position_;
   return page_.substr(start, position_ - start);
 }
 
