@@ -13,6 +13,7 @@
 
 #include "Support/foundation/Foundation.h"
 #include "Support/text/Text.h"
+#include "programs/engine/HitSearch.h"
 #include "programs/formats/CodePage.h"
 #include "programs/formats/Html.h"
 #include "programs/formats/PlainText.h"
@@ -111,36 +112,56 @@ const std::vector<std::string>& Documents() {
   return documents;
 }
 
-// Compares every word, where a server would know the hits from its index.
-class WordSearch : public vemra::TavoHighlightSearch {
+// Collects where the word stands, as an index would have it.
+class WordPlaces : public vemra::TavoHighlightSearch {
  public:
   void MarkWords(vemra::TavoSection& section, const vemra::CTavoFieldList&) override {
     const vemra::TavoLangPack& pack = *section.GetLangPack();
-    for (vemra::TavoWord* word = section.GetFirstWord(); word; word = section.GetNextWord(word)) {
-      if (std::size_t(word->GetLength()) < kWord.size()) continue;
-      if (pack.CompareNoCase(word->GetStriptView(), kWord)) word->Mark();
+    for (const vemra::TavoWord* word = section.GetFirstWord(); word != nullptr;
+         word = section.GetNextWord(word)) {
+      if (!pack.CompareNoCase(word->GetStriptView(), kWord)) continue;
+      hits.push_back({.fieldno = 0, .position = seen + word->GetNumber(), .words = &words});
     }
+    seen += section.GetWordsNumber();
   }
   void Finish() override {}
+
+  int seen = 0;
+  std::vector<vemra::engine::Hit> hits;
+
+ private:
+  inline static const std::vector<std::string> words{std::string(kWord)};
 };
 
+int Highlight(vemra::TavoTHWrapper& wrapper, const std::string& document,
+              vemra::TavoHighlightSearch& search) {
+  static const vemra::HtmlStyle style;
+  vemra::TavoHighlightWrapper request(vemra::TavoHighlightWrapper::kWholeDocument, &search);
+  vemra::HighlightParser<vemra::PlainTextParser> parser(&wrapper, vemra::CodePage::Windows1252(),
+                                                        &request, style);
+  parser.Parse(document.c_str());
+  benchmark::DoNotOptimize(parser.GetOutput()->GetOutputBuffer());
+  return parser.GetOutput()->GetHighlightCount();
+}
+
+// Both sides know the hits from an index.
 void HighlightOurs(State& state) {
   vemra::TavoTHWrapper wrapper("", 0);
-  const vemra::HtmlStyle style;
-  WordSearch search;
-  std::size_t hits = 0;
+  std::vector<std::vector<vemra::engine::Hit>> hitsOf;
+  for (const std::string& document : Documents()) {
+    WordPlaces places;
+    Highlight(wrapper, document, places);
+    hitsOf.push_back(places.hits);
+  }
+  int hits = 0;
   for (auto _ : state) {
     hits = 0;
-    for (const std::string& document : Documents()) {
-      vemra::TavoHighlightWrapper request(vemra::TavoHighlightWrapper::kWholeDocument, &search);
-      vemra::HighlightParser<vemra::PlainTextParser> parser(
-          &wrapper, vemra::CodePage::Windows1252(), &request, style);
-      parser.Parse(document.c_str());
-      benchmark::DoNotOptimize(parser.GetOutput()->GetOutputBuffer());
-      hits += std::size_t(parser.GetOutput()->GetHighlightCount());
+    for (std::size_t i = 0; i < hitsOf.size(); ++i) {
+      vemra::engine::HitSearch search(hitsOf[i]);
+      hits += Highlight(wrapper, Documents()[i], search);
     }
   }
-  CheckWork(state, hits);
+  CheckWork(state, std::size_t(hits));
 }
 BENCHMARK(HighlightOurs)->Name("highlight/ours");
 

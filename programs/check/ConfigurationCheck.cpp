@@ -37,6 +37,11 @@ constexpr ScheduleRule kMonthly = {
     32 * kDay - 1,
     "the day of the month times 86400 and the seconds since midnight"};
 
+// Whether the value is wrong under any unit, which is reported with its key.
+bool IsReported(std::int64_t value, std::int64_t high) {
+  return value < 0 || value > high;
+}
+
 struct Pair {
   std::string path;
   std::string folded;  // by which the map is sorted
@@ -87,13 +92,13 @@ void CheckSchedule(const CTavoFileCFG& configuration, const SettingsText& text,
     report.Warn(
         text.LineOf(kSchedule, "Mask"),
         "no update is ever due: Mask of " + std::string(rule.unit) + " is the sum of " + rule.bits);
-  } else if ((mask & ~rule.mask) != 0) {
+  } else if ((mask & ~rule.mask) != 0 && !IsReported(mask, kMonthly.mask)) {
     report.Warn(text.LineOf(kSchedule, "Mask"),
                 "Mask is " + std::to_string(mask) + ": expected a number from 1 to " +
                     std::to_string(rule.mask) + ", the sum of " + rule.bits);
   }
   const std::int64_t time = configuration.GetScheduleTime().GetTotalSeconds();
-  if (time < rule.low || time > rule.high) {
+  if ((time < rule.low || time > rule.high) && !IsReported(time, kMonthly.high)) {
     report.Warn(text.LineOf(kSchedule, "Time"),
                 "Time is " + std::to_string(time) + ": expected a number from " +
                     std::to_string(rule.low) + " to " + std::to_string(rule.high) + ", " +
