@@ -39,8 +39,8 @@ struct TaskCounts {
 
 class CountedTask : public CThreadPoolTask {
  public:
-  CountedTask(TaskCounts& counts, std::function<void()> work, const std::string& name = "counted",
-              int autoDelete = 1)
+  explicit CountedTask(TaskCounts& counts, std::function<void()> work = nullptr,
+                       const std::string& name = "counted", int autoDelete = 1)
       : CThreadPoolTask(name, autoDelete), counts_(counts), work_(std::move(work)) {
     ++counts_.made;
   }

@@ -1,38 +1,24 @@
 // Pools whose threads never finish. A thread that is ended by force leaves what it held, so each
 // case has a process of its own. Usage: stuck_threads CASE
-#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <cstdio>
 #include <cstdlib>
+#include <map>
 #include <mutex>
 #include <string>
 #include <thread>
 
-#include "Support/services/TPool.h"
+#include "tests/services/PoolTasks.h"
 
 namespace vemra {
 namespace {
 
+using test::CountedTask;
+
 constexpr int kNoDelete = 0;
-std::atomic<int> started = 0;
+test::TaskCounts counts;
 std::atomic<int> finished = 0;
-std::atomic<int> destroyed = 0;
-
-class StuckTask : public CThreadPoolTask {
- public:
-  explicit StuckTask(void (*work)(), int autoDelete = 1)
-      : CThreadPoolTask("stuck", autoDelete), work_(work) {}
-  ~StuckTask() override { ++destroyed; }
-  void Run() override {
-    ++started;
-    work_();
-    ++finished;
-  }
-
- private:
-  void (*work_)();
-};
 
 void Compute() {
   static std::atomic<std::uint64_t> steps = 0;
@@ -50,8 +36,6 @@ void Wait() {
   for (;;) never.wait(lock);
 }
 
-void Quick() {}
-
 void Check(bool holds, const char* what) {
   if (holds) return;
   std::printf("FAILED: %s\n", what);
@@ -60,24 +44,24 @@ void Check(bool holds, const char* what) {
 }
 
 void WaitForStarts(int count) {
-  while (started < count) std::this_thread::yield();
+  while (counts.run < count) std::this_thread::yield();
 }
 
 // Two that are stuck, one that has finished and one in the queue.
 void EndStuck(void (*work)()) {
   {
     CThreadPool pool(2, /*shutdownWait=*/50);
-    Check(pool.DoTask(new StuckTask(Quick), 0) == 1, "a task is accepted");
+    Check(pool.DoTask(new CountedTask(counts), 0) == 1, "a task is accepted");
     Check(pool.WaitForTasksCompletion(60'000) == 0, "it finishes");
-    pool.DoTask(new StuckTask(work), 0);
-    pool.DoTask(new StuckTask(work, kNoDelete), 0);
+    pool.DoTask(new CountedTask(counts, work), 0);
+    pool.DoTask(new CountedTask(counts, work, "kept", kNoDelete), 0);
     WaitForStarts(3);
-    pool.DoTask(new StuckTask(Quick), 1);
+    pool.DoTask(new CountedTask(counts), 1);
     Check(pool.GetRunningTasksCount() == 2, "two are stuck");
     Check(pool.WaitForTasksCompletion(1) == 258, "waiting for them ends");
   }
-  Check(started == 3 && finished == 1, "the queued one never runs");
-  Check(destroyed == 4, "every task is destroyed");
+  Check(counts.run == 3, "the queued one never runs");
+  Check(counts.destroyed == 4, "every task is destroyed");
 }
 
 // One that would finish soon is given the whole time, although another is stuck.
@@ -85,31 +69,15 @@ void EndOneOfMany() {
   constexpr int kThreads = 70;  // more than one wait of Windows takes
   {
     CThreadPool pool(kThreads, /*shutdownWait=*/3000);
-    pool.DoTask(new StuckTask(Sleep), 0);
-    for (int i = 1; i < kThreads; ++i) {
-      pool.DoTask(
-          new StuckTask([] { std::this_thread::sleep_for(std::chrono::milliseconds(200)); }), 0);
-    }
+    pool.DoTask(new CountedTask(counts, Sleep), 0);
+    const auto finishSoon = [] {
+      std::this_thread::sleep_for(std::chrono::milliseconds(200));
+      ++finished;
+    };
+    for (int i = 1; i < kThreads; ++i) pool.DoTask(new CountedTask(counts, finishSoon), 0);
     WaitForStarts(kThreads);
   }
-  Check(finished == kThreads - 1 && destroyed == kThreads, "the others finish");
-}
-
-int Main(const std::string& name) {
-  if (name == "compute") {
-    EndStuck(Compute);
-  } else if (name == "sleep") {
-    EndStuck(Sleep);
-  } else if (name == "wait") {
-    EndStuck(Wait);
-  } else if (name == "many") {
-    EndOneOfMany();
-  } else {
-    return 2;
-  }
-  std::printf("%s: ended\n", name.c_str());
-  std::fflush(stdout);
-  return 0;
+  Check(finished == kThreads - 1 && counts.destroyed == kThreads, "the others finish");
 }
 
 }  // namespace
@@ -117,5 +85,13 @@ int Main(const std::string& name) {
 
 // What the ended threads held is lost, which is no leak to tell of.
 int main(int count, char** arguments) {
-  std::_Exit(count == 2 ? vemra::Main(arguments[1]) : 2);
+  const std::map<std::string, void (*)()> cases = {
+      {"compute", [] { vemra::EndStuck(vemra::Compute); }},
+      {"sleep", [] { vemra::EndStuck(vemra::Sleep); }},
+      {"wait", [] { vemra::EndStuck(vemra::Wait); }},
+      {"many", vemra::EndOneOfMany}};
+  const auto chosen = cases.find(count == 2 ? arguments[1] : "");
+  if (chosen == cases.end()) std::_Exit(2);
+  chosen->second();
+  std::_Exit(0);
 }

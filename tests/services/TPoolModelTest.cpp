@@ -6,8 +6,8 @@
 #include <map>
 #include <memory>
 #include <mutex>
-#include <optional>
 #include <set>
+#include <string_view>
 #include <vector>
 
 #include "Support/platform/Clock.h"
@@ -20,18 +20,9 @@ namespace {
 constexpr int kMaxThreads = 1;  // at first
 constexpr int kMaxWait = 2;     // seconds
 
-enum class Operation {
-  kPost,
-  kPostUnlessBusy,
-  kFinishOldest,  // of the running tasks
-  kFinishNewest,
-  kRemoveQueued,
-  kOneSecond,
-  kOneThreadMore,
-  kOneThreadLess,
-};
-constexpr int kOperations = 8;
-constexpr char kLetters[] = "PUONRSML";  // one for each, for failures
+// Post, post unless busy, finish the oldest or the newest of the running tasks, remove the queued
+// ones, let a second pass, allow a thread more or less.
+constexpr std::string_view kOperations = "PUONRSML";
 
 // What is to be seen of a pool when nothing moves. Tasks go by their ids.
 struct Sight {
@@ -73,7 +64,6 @@ class Model {
   void SetMaxThreads(int threads) { maxThreads_ = threads; }
   int GetMaxThreads() const { return maxThreads_; }
   const Sight& Get() const { return sight_; }
-  std::uint32_t GetAccepted() const { return lastId_; }
 
  private:
   struct Queued {
@@ -106,22 +96,19 @@ class Real {
     for (auto& [task, gate] : gates_) gate->Open();
   }
   std::uint32_t Post(bool queueIfBusy) {
-    const std::uint32_t number = ++lastNumber_;
+    const std::uint32_t number = posted_ + 1;
     auto gate = std::make_shared<test::Gate>();
-    auto task = std::make_unique<test::CountedTask>(
-        counts_,
-        [this, number, gate] {
-          Started(number);
-          gate->Pass();
-        },
-        std::to_string(number));
-    const std::uint32_t id = pool_.DoTask(task.get(), queueIfBusy ? 1 : 0);
+    const auto work = [this, number, gate] {
+      Started(number);
+      gate->Pass();
+    };
+    auto* const task = new test::CountedTask(counts_, work, std::to_string(number));
+    const std::uint32_t id = pool_.DoTask(task, queueIfBusy ? 1 : 0);
     if (id == 0) {
-      --lastNumber_;
-      task.reset();
+      delete task;
       --counts_.destroyed;
     } else {
-      static_cast<void>(task.release());  // the pool's, or gone already
+      posted_ = number;
       gates_.emplace(number, gate);
     }
     return id;
@@ -153,7 +140,7 @@ class Real {
     started_.push_back(number);
   }
 
-  std::uint32_t lastNumber_ = 0;
+  std::uint32_t posted_ = 0;
   test::TaskCounts counts_;
   std::mutex mutex_;
   std::vector<std::uint32_t> started_;
@@ -164,34 +151,30 @@ class Real {
 class Both {
  public:
   // What differs, or nothing.
-  std::string Do(Operation operation) {
+  std::string Do(char operation) {
     switch (operation) {
-      case Operation::kPost:
-      case Operation::kPostUnlessBusy: {
-        const bool queueIfBusy = operation == Operation::kPost;
+      case 'P':
+      case 'U': {
+        const bool queueIfBusy = operation == 'P';
         if (real_.Post(queueIfBusy) != model_.Post(queueIfBusy)) return "the id";
         break;
       }
-      case Operation::kFinishOldest:
+      case 'O':
         if (!Running().empty()) Finish(*Running().begin());
         break;
-      case Operation::kFinishNewest:
+      case 'N':
         if (!Running().empty()) Finish(*Running().rbegin());
         break;
-      case Operation::kRemoveQueued:
+      case 'R':
         model_.RemoveQueued();
         real_.Pool().RemoveQueuedTasks();
         break;
-      case Operation::kOneSecond:
+      case 'S':
         model_.OneSecond();
         platform::SetClock::Advance(1000);
         break;
-      case Operation::kOneThreadMore:
-        SetMaxThreads(model_.GetMaxThreads() + 1);
-        break;
-      case Operation::kOneThreadLess:
-        SetMaxThreads(model_.GetMaxThreads() - 1);
-        break;
+      default:
+        SetMaxThreads(model_.GetMaxThreads() + (operation == 'M' ? 1 : -1));
     }
     return Compare();
   }
@@ -224,28 +207,18 @@ class Both {
   Real real_;
 };
 
-std::string Letters(int sequence, int length) {
-  std::string letters;
-  for (int i = 0; i < length; ++i, sequence /= kOperations) {
-    letters += kLetters[sequence % kOperations];
-  }
-  return letters;
-}
-
 TEST(TPoolModelTest, EverySequence) {
   // Under Wine a thread's sleep and waking cost a hundred times what they do on Linux.
   const int length = test::PoolCount("VEMRA_SOAK_POOL_MODEL", platform::IsNTFamily() ? 3 : 4);
   int sequences = 1;
-  for (int i = 0; i < length; ++i) sequences *= kOperations;
+  for (int i = 0; i < length; ++i) sequences *= int(kOperations.size());
   for (int sequence = 0; sequence < sequences; ++sequence) {
-    Both both;
-    int rest = sequence;
-    // A first task, so that every sequence has something to do.
-    std::string difference = both.Do(Operation::kPost);
-    for (int i = 0; i < length && difference.empty(); ++i, rest /= kOperations) {
-      difference = both.Do(Operation(rest % kOperations));
+    std::string operations = "P";  // so that every sequence has something to do
+    for (int rest = sequence; int(operations.size()) <= length; rest /= int(kOperations.size())) {
+      operations += kOperations[std::size_t(rest) % kOperations.size()];
     }
-    ASSERT_EQ(difference, "") << "after P" << Letters(sequence, length);
+    Both both;
+    for (const char operation : operations) ASSERT_EQ(both.Do(operation), "") << operations;
   }
 }
 

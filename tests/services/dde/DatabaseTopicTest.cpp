@@ -1,5 +1,6 @@
 #include "examples/DatabaseTopic.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "Support/platform/Clock.h"
@@ -25,15 +26,14 @@ TEST_P(DatabaseTopicTest, TellsOfEachChange) {
   ASSERT_EQ(server.AddTopic(std::make_unique<dde_state::DatabaseTopic>(folder.Path("a.cfg"))), 1);
   ASSERT_EQ(server.Create("Library"), 1);
   test::OtherProgram client(dde);
-  ASSERT_TRUE(client.Connect('a', "Library", "Books"));
-  ASSERT_TRUE(client.Connect('b', "Library", "Books"));
-  for (const char* const item : {"Status", "Texts", "LastUpdate"}) {
-    ASSERT_TRUE(client.Watch('b', item, "TEXT"));
+  for (const char* const command :
+       {"a connect Library Books", "b connect Library Books", "b watch Status TEXT",
+        "b watch Texts TEXT", "b watch LastUpdate TEXT"}) {
+    ASSERT_EQ(client.Run(command), "done") << command;
   }
-  EXPECT_EQ(client.Request('a', "Status", "TEXT").value_or("").substr(0, 4),
-            std::string("new\0", 4));
+  EXPECT_EQ(client.Run("a request Status TEXT"), "[new]");
   const auto refresh = [&] {
-    EXPECT_TRUE(client.Execute('a', "[refresh]"));
+    EXPECT_EQ(client.Run("a execute [refresh]"), "done");
     return client.TakeChanges('b');
   };
   EXPECT_EQ(refresh(), "");
@@ -46,11 +46,11 @@ TEST_P(DatabaseTopicTest, TellsOfEachChange) {
   EXPECT_EQ(refresh(), "Status failed;");
   std::filesystem::remove(folder.Host() / "a.cfg");
   EXPECT_EQ(refresh(), "Status missing;");
-  EXPECT_FALSE(client.Execute('a', "[drop]"));
+  EXPECT_EQ(client.Run("a execute [drop]"), "refused");
   if (dde.IsInProcess()) {  // under Wine a refused poke looks done
-    EXPECT_FALSE(client.Poke('a', "Status", "TEXT", "ready"));
+    EXPECT_EQ(client.Run("a poke Status TEXT ready"), "refused");
   }
-  EXPECT_EQ(client.Request('a', "Formats", "TEXT").value_or("").substr(0, 4), "TEXT");
+  EXPECT_THAT(client.Run("a request Formats TEXT"), testing::StartsWith("[TEXT"));
 }
 
 }  // namespace

@@ -20,28 +20,11 @@ class FrameworkClient : public ScriptClient {
     return Settled(clients_[who]->ConnectTo(service, topic));
   }
   bool Disconnect(char who) override { return Settled(clients_[who]->Terminate()); }
-  std::optional<std::string> Request(char who, const std::string& item,
-                                     const std::string& format) override {
-    std::string data;
-    const bool done =
-        Settled(format == "TEXT" ? clients_[who]->Request(item, data)
-                                 : clients_[who]->Request(NumberOf(format), item, data));
-    return done ? std::optional(data) : std::nullopt;
-  }
-  bool Poke(char who, const std::string& item, const std::string& format,
-            const std::string& text) override {
-    return Settled(format == "TEXT" ? clients_[who]->Poke(item, text)
-                                    : clients_[who]->Poke(NumberOf(format), item, text.data(),
-                                                          static_cast<std::uint32_t>(text.size())));
-  }
-  bool Execute(char who, const std::string& command) override {
-    return Settled(clients_[who]->Exec(command));
-  }
-  bool Watch(char who, const std::string& item, const std::string& format) override {
-    return Settled(clients_[who]->Advise(NumberOf(format), item));
-  }
-  bool Unwatch(char who, const std::string& item, const std::string& format) override {
-    return Settled(clients_[who]->StopAdvise(NumberOf(format), item));
+  std::optional<std::string> Transact(char who, const std::string& verb, const std::string& item,
+                                      const std::string& format, const std::string& data) override {
+    std::string answer;
+    const bool done = Settled(Act(*clients_[who], verb, item, format, data, answer));
+    return done ? std::optional(answer) : std::nullopt;
   }
   std::string TakeChanges(char who) override { return std::exchange(clients_[who]->changes, {}); }
 
@@ -55,8 +38,23 @@ class FrameworkClient : public ScriptClient {
     std::string changes;
   };
 
-  static std::uint16_t NumberOf(const std::string& format) {
-    return format == "TEXT" ? 1 : format == "SYLK" ? 4 : RegisterDDEFormat(format);
+  // Text goes by the calls of its own.
+  static int Act(CDDEConv& conversation, const std::string& verb, const std::string& item,
+                 const std::string& format, const std::string& data, std::string& answer) {
+    if (verb == "execute") return conversation.Exec(data);
+    const bool isText = format == "TEXT";
+    const std::uint16_t number = isText             ? std::uint16_t{kDDEFormatText}
+                                 : format == "SYLK" ? std::uint16_t{4}
+                                                    : RegisterDDEFormat(format);
+    if (verb == "watch") return conversation.Advise(number, item);
+    if (verb == "unwatch") return conversation.StopAdvise(number, item);
+    if (verb == "request") {
+      return isText ? conversation.Request(item, answer)
+                    : conversation.Request(number, item, answer);
+    }
+    const auto size = static_cast<std::uint32_t>(data.size());
+    return isText ? conversation.Poke(item, data)
+                  : conversation.Poke(number, item, data.data(), size);
   }
   bool Settled(int result) const {
     dde_.Settle();

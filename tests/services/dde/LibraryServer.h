@@ -5,7 +5,6 @@
 #include <memory>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "Support/services/Services.h"
 
@@ -23,12 +22,13 @@ class RecordingServer : public CDDEServer {
     std::vsnprintf(line, sizeof line, format, arguments);
     va_end(arguments);
     const std::string text = line;
-    if (text != "Callback 80A2H" && text != "Callback 80D2H") log_.push_back(text);
+    if (text != "Callback 80A2H" && text != "Callback 80D2H") log_ += text + ';';
   }
-  std::vector<std::string> TakeLog() { return std::exchange(log_, {}); }
+  // Each text with a semicolon after it.
+  std::string TakeLog() { return std::exchange(log_, {}); }
 
  private:
-  std::vector<std::string> log_;
+  std::string log_;
 };
 
 // A row of bytes in three formats: as text (its parts separated by a tab), as SYLK, which can be

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <map>
 #include <string>
 #include <utility>
@@ -14,21 +13,17 @@ namespace vemra::test {
 // letter, with conversations by nothing but the manager's calls.
 class OtherProgram : public ScriptClient {
  public:
-  explicit OtherProgram(const TestDdeManager& dde) : dde_(dde) {}
+  explicit OtherProgram(const TestDdeManager& dde) : dde_(dde) { current = this; }
   ~OtherProgram() override {
-    for (const auto& [who, client] : clients_) dde_->Uninitialize(client.instance);
-    dde_.Settle();
+    while (!clients_.empty()) Die(clients_.begin()->first);
   }
 
   bool Connect(char who, const std::string& service, const std::string& topic) override {
     Client& client = clients_[who];
     if (client.instance == 0) dde_->Initialize(&client.instance, TakeAdviseData, kDDEClientOnly);
-    current = this;
-    const DDEString a = NameOf(client, service);
-    const DDEString b = NameOf(client, topic);
-    client.conversation = dde_->Connect(client.instance, a, b);
-    if (a != DDEString::kNone) dde_->FreeStringHandle(client.instance, a);
-    if (b != DDEString::kNone) dde_->FreeStringHandle(client.instance, b);
+    const Name serviceName(*this, client, service);
+    const Name topicName(*this, client, topic);
+    client.conversation = dde_->Connect(client.instance, serviceName.handle, topicName.handle);
     dde_.Settle();
     return client.conversation != DDEConversation::kNone;
   }
@@ -37,32 +32,30 @@ class OtherProgram : public ScriptClient {
     dde_.Settle();
     return done;
   }
-  std::optional<std::string> Request(char who, const std::string& item,
-                                     const std::string& format) override {
-    const DDEData data = Transact(who, kDDERequest, item, format, "");
-    if (data == DDEData::kNone) return std::nullopt;
-    const std::string bytes = dde_.Bytes(data);
-    dde_->FreeDataHandle(data);
+  // A poke is text without a NUL at its end, a command is one with it.
+  std::optional<std::string> Transact(char who, const std::string& verb, const std::string& item,
+                                      const std::string& format, const std::string& data) override {
+    static const std::map<std::string, DDETransaction> kTypes = {{"request", kDDERequest},
+                                                                 {"poke", kDDEPoke},
+                                                                 {"execute", kDDEExecute},
+                                                                 {"watch", kDDEAdviseStart},
+                                                                 {"unwatch", kDDEAdviseStop}};
+    const Client& client = clients_[who];
+    const Name name(*this, client, item.empty() ? "*" : item);
+    const std::size_t size = data.size() + (verb == "execute" ? 1 : 0);
+    const DDEData answer =
+        dde_->ClientTransaction(data.c_str(), static_cast<std::uint32_t>(size), client.conversation,
+                                name.handle, NumberOf(format), kTypes.at(verb), 5000);
+    dde_.Settle();
+    if (answer == DDEData::kNone) return std::nullopt;
+    if (verb != "request") return "";
+    const std::string bytes = dde_.Bytes(answer);
+    dde_->FreeDataHandle(answer);
     return bytes;
-  }
-  // The text without a NUL at its end.
-  bool Poke(char who, const std::string& item, const std::string& format,
-            const std::string& text) override {
-    return Transact(who, kDDEPoke, item, format, text) != DDEData::kNone;
-  }
-  bool Execute(char who, const std::string& command) override {
-    return Transact(who, kDDEExecute, "*", "", command + '\0') != DDEData::kNone;
-  }
-  bool Watch(char who, const std::string& item, const std::string& format) override {
-    return Transact(who, kDDEAdviseStart, item, format, "") != DDEData::kNone;
-  }
-  bool Unwatch(char who, const std::string& item, const std::string& format) override {
-    return Transact(who, kDDEAdviseStop, item, format, "") != DDEData::kNone;
   }
   std::string TakeChanges(char who) override { return std::exchange(clients_[who].changes, {}); }
 
-  std::uint32_t GetInstance(char who) { return clients_[who].instance; }
-  // The program ends without a word to its conversations.
+  // The client ends without a word to its conversation.
   void Die(char who) {
     dde_->Uninitialize(clients_[who].instance);
     clients_.erase(who);
@@ -74,6 +67,18 @@ class OtherProgram : public ScriptClient {
     std::uint32_t instance = 0;
     DDEConversation conversation = DDEConversation::kNone;
     std::string changes;
+  };
+  struct Name {
+    Name(const OtherProgram& itsProgram, const Client& itsClient, const std::string& name)
+        : program(itsProgram), client(itsClient) {
+      if (name != "*") handle = program.dde_->CreateStringHandle(client.instance, name);
+    }
+    ~Name() {
+      if (handle != DDEString::kNone) program.dde_->FreeStringHandle(client.instance, handle);
+    }
+    const OtherProgram& program;
+    const Client& client;
+    DDEString handle = DDEString::kNone;
   };
 
   static DDEData TakeAdviseData(std::uint32_t type, std::uint32_t /*format*/,
@@ -87,24 +92,9 @@ class OtherProgram : public ScriptClient {
     }
     return kDDEAcknowledged;
   }
-  DDEString NameOf(const Client& client, const std::string& name) {
-    return name == "*" ? DDEString::kNone : dde_->CreateStringHandle(client.instance, name);
-  }
-  std::uint16_t NumberOf(const std::string& format) {
+  std::uint16_t NumberOf(const std::string& format) const {
     if (format.empty()) return 0;
     return format == "TEXT" ? 1 : format == "SYLK" ? 4 : dde_->RegisterFormat(format);
-  }
-  DDEData Transact(char who, DDETransaction type, const std::string& item,
-                   const std::string& format, const std::string& bytes) {
-    const Client& client = clients_[who];
-    const DDEString name = NameOf(client, item);
-    const std::uint16_t number = NumberOf(format);
-    const DDEData result =
-        dde_->ClientTransaction(bytes.data(), static_cast<std::uint32_t>(bytes.size()),
-                                client.conversation, name, number, type, 5000);
-    dde_->FreeStringHandle(client.instance, name);
-    dde_.Settle();
-    return result;
   }
 
   static inline OtherProgram* current = nullptr;

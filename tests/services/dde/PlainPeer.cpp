@@ -2,7 +2,7 @@
 //
 //   dde_plain_peer client SCRIPT TRANSCRIPT   runs the script and writes what came of it
 //   dde_plain_peer hold                       opens a conversation and stays
-//   dde_plain_peer serve                      serves the topic "Library|Manuals"
+//   dde_plain_peer serve                      serves "Library|Manuals" and "Library|Archive"
 //
 // A peer that stays says "ready" on its standard output and ends after a minute, if nobody ends it
 // before.
@@ -11,7 +11,6 @@
 #include <ddeml.h>
 
 #include <cstdio>
-#include <cstring>
 #include <fstream>
 #include <map>
 #include <string>
@@ -66,8 +65,8 @@ HDDEDATA CALLBACK TakeAdviseData(UINT type, UINT, HCONV conversation, HSZ, HSZ i
                                  ULONG_PTR, ULONG_PTR) {
   if (type != XTYP_ADVDATA) return nullptr;
   for (auto& [who, client] : clients) {
-    if (client.conversation == conversation)
-      client.changes += TextOf(client.instance, item) + ' ' + Readable(BytesOf(data)) + ';';
+    if (client.conversation != conversation) continue;
+    client.changes += TextOf(client.instance, item) + ' ' + Readable(BytesOf(data)) + ';';
   }
   return reinterpret_cast<HDDEDATA>(static_cast<ULONG_PTR>(DDE_FACK));
 }
@@ -76,8 +75,9 @@ class PlainClient : public vemra::test::ScriptClient {
  public:
   bool Connect(char who, const std::string& service, const std::string& topic) override {
     Client& client = clients[who];
-    if (client.instance == 0)
+    if (client.instance == 0) {
       ::DdeInitializeA(&client.instance, TakeAdviseData, APPCMD_CLIENTONLY, 0);
+    }
     client.conversation =
         ::DdeConnect(client.instance, Name(client, service), Name(client, topic), nullptr);
     HandleMessages(kSettle);
@@ -88,77 +88,42 @@ class PlainClient : public vemra::test::ScriptClient {
     HandleMessages(kSettle);
     return done;
   }
-  std::optional<std::string> Request(char who, const std::string& item,
-                                     const std::string& format) override {
-    const HDDEDATA data = Transact(who, XTYP_REQUEST, item, NumberOf(format), nullptr);
-    if (data == nullptr) return std::nullopt;
-    const std::string bytes = BytesOf(data);
-    ::DdeFreeDataHandle(data);
-    return bytes;
-  }
-  bool Poke(char who, const std::string& item, const std::string& format,
-            const std::string& text) override {
-    return Transact(who, XTYP_POKE, item, NumberOf(format), &text) != nullptr;
-  }
-  bool Execute(char who, const std::string& command) override {
-    return Transact(who, XTYP_EXECUTE, "*", 0, &command) != nullptr;
-  }
-  bool Watch(char who, const std::string& item, const std::string& format) override {
-    return Transact(who, XTYP_ADVSTART, item, NumberOf(format), nullptr) != nullptr;
-  }
-  bool Unwatch(char who, const std::string& item, const std::string& format) override {
-    return Transact(who, XTYP_ADVSTOP, item, NumberOf(format), nullptr) != nullptr;
+  // What is sent has a NUL at its end.
+  std::optional<std::string> Transact(char who, const std::string& verb, const std::string& item,
+                                      const std::string& format, const std::string& data) override {
+    static const std::map<std::string, UINT> kTypes = {{"request", XTYP_REQUEST},
+                                                       {"poke", XTYP_POKE},
+                                                       {"execute", XTYP_EXECUTE},
+                                                       {"watch", XTYP_ADVSTART},
+                                                       {"unwatch", XTYP_ADVSTOP}};
+    const Client& client = clients[who];
+    const bool isSent = verb == "poke" || verb == "execute";
+    auto* const bytes = reinterpret_cast<BYTE*>(const_cast<char*>(data.c_str()));
+    const HDDEDATA answer = ::DdeClientTransaction(
+        isSent ? bytes : nullptr, isSent ? static_cast<DWORD>(data.size() + 1) : 0,
+        client.conversation, Name(client, item), format.empty() ? 0 : NumberOf(format),
+        kTypes.at(verb), kTimeout, nullptr);
+    HandleMessages(kSettle);
+    if (answer == nullptr) return std::nullopt;
+    if (verb != "request") return "";
+    const std::string answered = BytesOf(answer);
+    ::DdeFreeDataHandle(answer);
+    return answered;
   }
   std::string TakeChanges(char who) override { return std::exchange(clients[who].changes, {}); }
 
  private:
   static HSZ Name(const Client& client, const std::string& name) {
-    return name == "*" ? nullptr
-                       : ::DdeCreateStringHandleA(client.instance, name.c_str(), CP_WINANSI);
-  }
-  static HDDEDATA Transact(char who, UINT type, const std::string& item, UINT format,
-                           const std::string* text) {
-    const Client& client = clients[who];
-    auto* const bytes =
-        text == nullptr ? nullptr : reinterpret_cast<BYTE*>(const_cast<char*>(text->c_str()));
-    const DWORD size = text == nullptr ? 0 : static_cast<DWORD>(text->size() + 1);
-    const HDDEDATA result = ::DdeClientTransaction(
-        bytes, size, client.conversation, Name(client, item), format, type, kTimeout, nullptr);
-    HandleMessages(kSettle);
-    return result;
+    if (name.empty() || name == "*") return nullptr;
+    return ::DdeCreateStringHandleA(client.instance, name.c_str(), CP_WINANSI);
   }
 };
 
 DWORD server = 0;
-std::map<std::string, std::string> texts = {{"Manuals", "512"}, {"Archive", "0"}};
-std::string row = std::string("1\0002", 3);
+std::map<std::string, std::string> served;  // by KeyOf
 
-HDDEDATA DataOf(const std::string& topic, const std::string& item, UINT format, HSZ name) {
-  std::string bytes;
-  if (item == "Texts" && format == CF_TEXT) {
-    bytes = texts[topic] + '\0';
-  } else if (item == "Table" && format == CF_SYLK) {
-    bytes = "ID;";
-  } else if (item == "Table" && static_cast<WORD>(format) == NumberOf("VemraRow")) {
-    bytes = row;
-  } else {
-    return nullptr;
-  }
-  return ::DdeCreateDataHandle(server, reinterpret_cast<BYTE*>(bytes.data()),
-                               static_cast<DWORD>(bytes.size()), 0, name, format, 0);
-}
-
-HDDEDATA Answer(bool done) {
-  return reinterpret_cast<HDDEDATA>(static_cast<ULONG_PTR>(done ? DDE_FACK : 0));
-}
-
-bool Take(const std::string& topic, const std::string& item, const std::string& bytes) {
-  if (item == "Texts") {
-    texts[topic] = bytes.c_str();
-  } else {
-    row = bytes.substr(0, 2);
-  }
-  return true;
+std::string KeyOf(const std::string& topic, const std::string& item, UINT format) {
+  return topic + '|' + item + '|' + std::to_string(static_cast<WORD>(format));
 }
 
 // "count N" sets the texts of "Manuals", "archive N" those of "Archive".
@@ -166,7 +131,7 @@ bool Execute(const std::string& command) {
   const bool count = command.starts_with("count ");
   if (!count && !command.starts_with("archive ")) return false;
   const std::string topic = count ? "Manuals" : "Archive";
-  texts[topic] = command.substr(command.find(' ') + 1).c_str();
+  served[KeyOf(topic, "Texts", CF_TEXT)] = command.substr(command.find(' ') + 1).c_str();
   ::DdePostAdvise(server, ::DdeCreateStringHandleA(server, topic.c_str(), CP_WINANSI),
                   ::DdeCreateStringHandleA(server, "Texts", CP_WINANSI));
   return true;
@@ -174,21 +139,26 @@ bool Execute(const std::string& command) {
 
 HDDEDATA CALLBACK Serve(UINT type, UINT format, HCONV, HSZ string1, HSZ string2, HDDEDATA data,
                         ULONG_PTR, ULONG_PTR) {
+  const auto answer = [](ULONG_PTR value) { return reinterpret_cast<HDDEDATA>(value); };
   const std::string topic = TextOf(server, string1);
-  const std::string item = TextOf(server, string2);
+  const std::string key = KeyOf(topic, TextOf(server, string2), format);
   switch (type) {
     case XTYP_CONNECT:
-      return reinterpret_cast<HDDEDATA>(static_cast<ULONG_PTR>(texts.contains(topic)));
+      return answer(topic == "Manuals" || topic == "Archive" ? 1 : 0);
     case XTYP_REQUEST:
-    case XTYP_ADVREQ:
-      return DataOf(topic, item, format, string2);
+    case XTYP_ADVREQ: {
+      if (!served.contains(key)) return nullptr;
+      std::string bytes = served[key] + '\0';
+      return ::DdeCreateDataHandle(server, reinterpret_cast<BYTE*>(bytes.data()),
+                                   static_cast<DWORD>(bytes.size()), 0, string2, format, 0);
+    }
     case XTYP_ADVSTART:
-      return reinterpret_cast<HDDEDATA>(
-          static_cast<ULONG_PTR>(item == "Texts" && format == CF_TEXT));
+      return answer(served.contains(key) ? 1 : 0);
     case XTYP_POKE:
-      return Answer(Take(topic, item, BytesOf(data)));
+      served[key] = BytesOf(data).c_str();
+      return answer(DDE_FACK);
     case XTYP_EXECUTE:
-      return Answer(Execute(BytesOf(data)));
+      return answer(Execute(BytesOf(data)) ? DDE_FACK : 0);
     default:
       return nullptr;
   }
@@ -216,6 +186,10 @@ int Hold() {
 }
 
 int RunServer() {
+  served = {{KeyOf("Manuals", "Texts", CF_TEXT), "512"},
+            {KeyOf("Archive", "Texts", CF_TEXT), "0"},
+            {KeyOf("Manuals", "Table", CF_SYLK), "ID;"},
+            {KeyOf("Manuals", "Table", NumberOf("VemraRow")), std::string("1\0002", 3)}};
   ::DdeInitializeA(&server, Serve, APPCLASS_STANDARD, 0);
   const HSZ service = ::DdeCreateStringHandleA(server, "Library", CP_WINANSI);
   ::DdeNameService(server, service, nullptr, DNS_REGISTER);
