@@ -11,11 +11,11 @@
 #include <atomic>
 #include <cstdio>
 #include <ctime>
-#include <map>
 #include <optional>
 #include <random>
+#include <sstream>
+#include <string>
 #include <system_error>
-#include <utility>
 #include <vector>
 
 #include "Support/platform/Clock.h"
@@ -129,7 +129,6 @@ class Actor {
         !error.empty()) {
       board_.Report(error.c_str());
     }
-    CheckAgeing();
     return result;
   }
 
@@ -179,103 +178,53 @@ class Actor {
     }
   }
 
-  // A line is gone one term after its last update, later by as much as it was old when it was first
-  // seen. So that of a holder who was dead by then is gone one term after it was first seen.
-  void CheckAgeing() {
-    const DateTime now = access_.GetLastUpdateTime();
-    std::map<std::pair<std::string, std::uint32_t>, Seen> seen;
-    for (const AccessEntry& holder : access_.GetHolders()) {
-      if (holder.threadId == static_cast<std::uint32_t>(::getpid())) continue;  // renewed at will
-      const auto key = std::make_pair(holder.name, holder.threadId);
-      const auto known = seen_.find(key);
-      Seen line{now - holder.lastUpdate, holder.lastUpdate};
-      // One who does not know of a renewal may write an older line back in the second of a release.
-      if (known != seen_.end()) {
-        line = {known->second.age, std::max(known->second.lastUpdate, holder.lastUpdate)};
-      }
-      seen[key] = line;
-      const DateTime gone = line.lastUpdate + line.age + TimeSpan(kTerm);
-      if (now > gone) board_.Report("a dead line lives", now.GetSeconds() - gone.GetSeconds());
-    }
-    seen_ = std::move(seen);
-  }
-
-  struct Seen {
-    TimeSpan age;  // when this object saw the line first
-    DateTime lastUpdate;
-  };
-
   const Campaign& campaign_;
   Board& board_;
   Slot& slot_;
   std::mt19937 random_;
   bool hasIndexed_ = false;
   TavoDBAccess access_;
-  std::map<std::pair<std::string, std::uint32_t>, Seen> seen_;  // by name and thread
 };
 
-// The access file as another program reads it.
-class Checker {
- public:
-  explicit Checker(const Campaign& campaign) : campaign_(campaign) {}
-
-  void Check() {
-    const Turn turn(campaign_, 0);
-    const std::string text = Read();
-    const std::int64_t now = campaign_.Now();
-    int live = 0;
-    bool isIndexed = false;
-    for (std::size_t at = 0; at < text.size();) {
-      const std::size_t end = text.find('\n', at);
-      if (end == text.npos || end - at > 98) return campaign_.board->Report("a line without end");
-      std::int64_t expires = 0;
-      std::string name;
-      if (!Parse(text.substr(at, end - at), name, expires)) {
-        return campaign_.board->Report("a line that cannot be read");
-      }
-      at = end + 1;
-      if (expires <= now) continue;
-      ++live;
-      isIndexed = isIndexed || name == "[Indexing]";
-    }
-    if (isIndexed && live > 1) campaign_.board->Report("an indexer's line is not alone", live);
-  }
-
- private:
-  std::string Read() const {
-    for (;;) {
-      try {
-        TavoFile file(campaign_.path, TavoFile::Access::kRead, TavoFile::Creation::kOpenOrCreate,
-                      TavoFile::Share::kDenyWrite);
-        std::string text(static_cast<std::size_t>(file.GetLength()), '\0');
-        text.resize(file.Read(text.data(), text.size()));
-        return text;
-      } catch (const std::system_error&) {
-        ::usleep(200);
-      }
+// The whole text, once nobody is writing it.
+std::string ReadWhenFree(const std::string& path) {
+  for (;;) {
+    try {
+      TavoFile file(path, TavoFile::Access::kRead, TavoFile::Creation::kOpenOrCreate,
+                    TavoFile::Share::kDenyWrite);
+      std::string text(static_cast<std::size_t>(file.GetLength()), '\0');
+      text.resize(file.Read(text.data(), text.size()));
+      return text;
+    } catch (const std::system_error&) {
+      ::usleep(200);
     }
   }
+}
 
-  static bool Parse(const std::string& line, std::string& name, std::int64_t& expires) {
-    char word[17];
-    unsigned thread = 0;
-    std::tm last{};
+// Checks the access file as another program reads it.
+void CheckFile(const Campaign& campaign) {
+  const Turn turn(campaign, 0);
+  std::istringstream text(ReadWhenFree(campaign.path));
+  const std::int64_t now = campaign.Now();
+  int live = 0;
+  bool isIndexed = false;
+  for (std::string line; std::getline(text, line);) {
+    if (text.eof() || line.size() > 98) return campaign.board->Report("a line without end");
+    char name[17];
     std::tm end{};
     const int fields = std::sscanf(
-        line.c_str(), "%16s %X %d:%d:%d %d/%d/%d expires %d:%d:%d %d/%d/%d", word, &thread,
-        &last.tm_hour, &last.tm_min, &last.tm_sec, &last.tm_mday, &last.tm_mon, &last.tm_year,
+        line.c_str(), "%16s %*X %*d:%*d:%*d %*d/%*d/%*d expires %d:%d:%d %d/%d/%d", name,
         &end.tm_hour, &end.tm_min, &end.tm_sec, &end.tm_mday, &end.tm_mon, &end.tm_year);
-    if (fields != 14) return false;
+    if (fields != 7) return campaign.board->Report("a line that cannot be read");
     end.tm_mon -= 1;
     end.tm_year -= 1900;
     end.tm_isdst = -1;
-    name = word;
-    expires = std::mktime(&end);
-    return true;
+    if (std::mktime(&end) <= now) continue;
+    ++live;
+    isIndexed = isIndexed || name == std::string("[Indexing]");
   }
-
-  const Campaign& campaign_;
-};
+  if (isIndexed && live > 1) campaign.board->Report("an indexer's line is not alone", live);
+}
 
 pid_t StartActor(const Campaign& campaign, unsigned seed) {
   return Start([&] {
@@ -291,20 +240,19 @@ void RunProcesses(const Campaign& campaign, unsigned pauseMicroseconds) {
   std::vector<pid_t> actors;
   unsigned seed = 1000;
   for (int i = 0; i < kProcesses; ++i) actors.push_back(StartActor(campaign, ++seed));
-  Checker checker(campaign);
   while (!campaign.IsOver() && campaign.board->slotCount < kMaxSlots - 1) {
     ::usleep(random() % (2 * pauseMicroseconds));
     pid_t& actor = actors[random() % actors.size()];
     ::kill(actor, SIGKILL);
     Wait(actor);
     ++campaign.board->kills;
-    checker.Check();
+    CheckFile(campaign);
     actor = StartActor(campaign, ++seed);
   }
   for (const pid_t actor : actors) {
     EXPECT_EQ(Wait(actor), 0);
   }
-  checker.Check();
+  CheckFile(campaign);
 }
 
 void RunCampaign(bool hasRealClock, unsigned pauseMicroseconds) {

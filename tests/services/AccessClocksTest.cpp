@@ -88,7 +88,7 @@ class SharedDatabase {
   bool IsLiveBeyond(const Actor& actor) const { return actor.until > now_; }
 
   void CheckLines() {
-    const std::string text = test::ReadAccessText(folder_.Host() / "db.acc");
+    const std::string text = test::ReadTextFile(folder_.Host() / "db.acc");
     int live = 0;
     bool isIndexed = false;
     for (const auto& actor : actors_) {

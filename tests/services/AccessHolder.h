@@ -1,6 +1,6 @@
 #pragma once
 
-#include <functional>
+#include <algorithm>
 #include <future>
 #include <memory>
 #include <string>
@@ -9,7 +9,7 @@
 
 #include "Support/platform/Process.h"
 #include "Support/services/DBAccess.h"
-#include "tests/TempFolder.h"
+#include "tests/services/TextFile.h"
 
 namespace vemra::test {
 
@@ -44,20 +44,10 @@ class AccessHolder {
   std::thread thread_;
 };
 
-// The text of an access file with the line ends of this system taken as one character.
-inline std::string ReadAccessText(const std::filesystem::path& path) {
-  std::string text = ReadHostFile(path);
-  std::erase(text, '\r');
-  return text;
-}
-
 // The names on the lines of an access file, in their order.
 inline std::vector<std::string> ReadAccessNames(const std::filesystem::path& path) {
-  std::vector<std::string> names;
-  const std::string text = ReadAccessText(path);
-  for (std::size_t at = 0; at < text.size(); at = text.find('\n', at) + 1) {
-    names.push_back(text.substr(at, text.find(' ', at) - at));
-  }
+  std::vector<std::string> names = ReadLines(path);
+  for (std::string& name : names) name.resize(std::min(name.find(' '), name.size()));
   return names;
 }
 

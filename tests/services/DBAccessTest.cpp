@@ -26,7 +26,7 @@ class DBAccessTest : public ::testing::Test {
   std::filesystem::path HostPath() const { return folder_.Host() / "db.acc"; }
   std::string Path() const { return folder_.Path("db.acc"); }
   void Put(const std::string& text) const { test::WriteHostFile(HostPath(), text); }
-  std::string Text() const { return test::ReadAccessText(HostPath()); }
+  std::string Text() const { return test::ReadTextFile(HostPath()); }
   std::vector<std::string> Names() const { return test::ReadAccessNames(HostPath()); }
   static void Pass(int seconds) {
     platform::SetClock::Advance(static_cast<std::uint32_t>(seconds) * 1000);
@@ -149,19 +149,6 @@ TEST_F(DBAccessTest, ADeadHolderAgesInTheEyesOfAWatcherOnly) {
   }
 }
 
-TEST_F(DBAccessTest, ALiveIndexerIsNeverAgedByItsWatchers) {
-  test::AccessHolder indexer(Path());
-  test::AccessHolder watcher(Path());
-  for (int i = 0; i < 100; ++i) {
-    ASSERT_EQ(indexer->GetIndexingAccess(kTerm), 1);
-    ASSERT_EQ(indexer->GetIndexingStatus(), Status::kIndexing);
-    ASSERT_EQ(i > 0, indexer->WasRenewed());
-    Pass(15);
-    ASSERT_EQ(watcher->GetIndexingAccess(kTerm), 0);
-    Pass(15);
-  }
-}
-
 TEST_F(DBAccessTest, AnIndexerThatExpiredUnseenIsNewAgain) {
   test::AccessHolder indexer(Path());
   ASSERT_EQ(indexer->GetIndexingAccess(kTerm), 1);
@@ -203,24 +190,26 @@ TEST_F(DBAccessTest, AReleasedLineLingersThroughItsSecond) {
   EXPECT_EQ(watcher->GetSearchAccess(kTerm), 1);
 }
 
-TEST_F(DBAccessTest, AGrantSupersedesARequest) {
-  Put(Line("[IndexRequest]", 7) + Line("[Indexing]", 8) + Line("THERE", 9));
+// Also when it is refused for its own part.
+TEST_F(DBAccessTest, WhoeverComesDropsWhatIsOver) {
+  Put(Line("[IndexRequest]", 7, TimeSpan(100)) + Line("[Indexing]", 8, TimeSpan(100)) +
+      Line("THERE", 9, TimeSpan(100)) + Line("HERE", 10));
+  Pass(31);
   test::AccessHolder searcher(Path());
   EXPECT_EQ(searcher->GetSearchAccess(kTerm), 0);
   EXPECT_EQ(searcher->GetIndexingStatus(), Status::kIndexing);
-  EXPECT_THAT(Names(), ElementsAre("THERE", "[Indexing]"));
+  EXPECT_THAT(Names(), ElementsAre("THERE", "[Indexing]")) << "a grant supersedes a request";
 }
 
 TEST_F(DBAccessTest, AFileThatCannotBeReadStaysAsItIs) {
-  struct Row {
-    const char* label;
-    std::string text;
-    std::string error;
-  };
   const std::string good = Line("THERE", 1);
   const std::string padded = good.substr(0, good.size() - 1);
   const std::string longest = padded + std::string(98 - padded.size(), ' ') + "\n";
-  const Row rows[] = {
+  const struct {
+    const char* label;
+    std::string text;
+    std::string error;
+  } kRows[] = {
       {"98 characters", longest + longest, ""},
       {"99 characters", good + " " + longest, "Line 2 is too long."},
       {"no line end", good + good + padded, "Line 3 is too long."},
@@ -230,7 +219,7 @@ TEST_F(DBAccessTest, AFileThatCannotBeReadStaysAsItIs) {
       {"a long comment goes on", ";" + std::string(98, 'x') + good, ""},
       {"what goes on is a line", ";" + std::string(98, 'x') + "bad\n", "Line 2 is invalid."},
   };
-  for (const Row& row : rows) {
+  for (const auto& row : kRows) {
     SCOPED_TRACE(row.label);
     Put(row.text);
     test::AccessHolder searcher(Path());
@@ -244,14 +233,6 @@ TEST_F(DBAccessTest, AFileThatCannotBeReadStaysAsItIs) {
       EXPECT_EQ(searcher->GetSearchAccess(kTerm), 1) << "it goes on when the file is mended";
     }
   }
-}
-
-TEST_F(DBAccessTest, ARefusalDropsExpiredLines) {
-  Put(Line("HERE", 7) + Line("[Indexing]", 8, TimeSpan(100)));
-  Pass(31);
-  test::AccessHolder searcher(Path());
-  EXPECT_EQ(searcher->GetSearchAccess(kTerm), 0);
-  EXPECT_THAT(Names(), ElementsAre("[Indexing]"));
 }
 
 TEST_F(DBAccessTest, WaitsFiveTimesForALockedFile) {
@@ -286,21 +267,6 @@ TEST(DBAccessNameTest, WithoutAComputerNameThereIsNoSearch) {
 TEST(DBAccessNameTest, KeysJoinNameAndThread) {
   EXPECT_EQ(TavoDBAccess::MakeKey("SERVER7", 0x1A4), "SERVER7:1A4");
   EXPECT_EQ(TavoDBAccess::MakeKey("", 0), ":0");
-}
-
-TEST_F(DBAccessTest, ManyHoldersKeepTheirLines) {
-  std::string text;
-  for (std::uint32_t i = 0; i < 300; ++i) text += Line("THERE", 0xF0000000 + i);
-  Put(text);
-  test::AccessHolder indexer(Path());
-  for (int i = 0; i < 3; ++i) {
-    EXPECT_EQ(indexer->GetIndexingAccess(kTerm), 1) << indexer->GetErrorText();
-    EXPECT_EQ(indexer->GetHolders().size(), 301U);
-  }
-  EXPECT_EQ(indexer->ReleaseIndexingAccess(), 1);
-  test::AccessHolder fresh(Path());
-  EXPECT_EQ(fresh->ReleaseSearchAccess(), 1) << fresh->GetErrorText();
-  EXPECT_EQ(fresh->GetHolders().size(), 300U);
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include "Support/foundation/Registry.h"
 #include "Support/platform/Clock.h"
 #include "tests/TestRegistry.h"
+#include "tests/services/TextFile.h"
 
 namespace vemra {
 namespace {
@@ -19,10 +20,8 @@ constexpr char kKey[] = "Vemra Info\\Log";
 class LogTest : public testing::Test {
  protected:
   LogTest() { SetTavoValue(kKey, "LogFilePath", registry_.Folder().Path()); }
-  std::string Text(const std::string& file) const {
-    std::string bytes = test::ReadHostFile(registry_.Folder().Host() / file);
-    std::erase(bytes, '\r');
-    return bytes;
+  std::filesystem::path File(const std::string& name) const {
+    return registry_.Folder().Host() / name;
   }
 
   test::TestRegistry registry_;
@@ -44,7 +43,7 @@ TEST_F(LogTest, WritesWhatReachesTheThreshold) {
   config_.SetSpyLevel(3);
   log.WriteFormattedMessage(kLogWarning, "db", 1, "dropped");
   log.WriteFormattedMessage(kLogError, "db", 1, std::string_view("\xE9\0.", 3));
-  EXPECT_EQ(Text("db.txt"),
+  EXPECT_EQ(test::ReadTextFile(File("db.txt")),
             "03/07/09 09:05:03 Fatal Error: full 100%\n"
             "03/07/09 09:05:03 Information: own line end\n\n"
             "03/07/09 09:06:00 : no word\n"
@@ -68,7 +67,8 @@ TEST_F(LogTest, NamesChooseAFileOfTheFolder) {
     const std::string output = testing::internal::GetCapturedStdout();
     EXPECT_EQ(output.starts_with("Couldn't open file:"), row.file == nullptr) << output;
     if (row.file == nullptr) continue;
-    EXPECT_TRUE(Text(row.file).ends_with(std::string(" Fatal Error: ") + row.name + "\n"));
+    EXPECT_TRUE(test::ReadTextFile(File(row.file))
+                    .ends_with(std::string(" Fatal Error: ") + row.name + "\n"));
   }
 }
 
@@ -76,17 +76,18 @@ TEST_F(LogTest, AFileThatCannotBeOpenedIsTriedAgain) {
   SetTavoValue(kKey, "LogFilePath", registry_.Folder().Path("later"));
   TavoLog log(config_);
   log.WriteFormattedMessage(kLogNotice, "db", 1, "no folder");
-  std::filesystem::create_directory(registry_.Folder().Host() / "later");
-  test::WriteHostFile(registry_.Folder().Host() / "later" / "db.txt", "before\n");
+  std::filesystem::create_directory(File("later"));
+  test::WriteHostFile(File("later/db.txt"), "before\n");
   {
     TavoLog other(config_);
     other.WriteFormattedMessage(kLogNotice, "db", 1, "first");
     log.WriteFormattedMessage(kLogNotice, "db", 1, "denied");
   }
   log.WriteFormattedMessage(kLogNotice, "db", 1, "second");
-  std::istringstream lines(Text("later/db.txt"));
   std::string messages;
-  for (std::string line; std::getline(lines, line);) messages += line.substr(line.rfind(' ') + 1);
+  for (const std::string& line : test::ReadLines(File("later/db.txt"))) {
+    messages += line.substr(line.rfind(' ') + 1);
+  }
   EXPECT_EQ(messages, "beforefirstsecond");
 
   SetTavoValue(kKey, "LogFilePath", "");
@@ -112,14 +113,13 @@ TEST_F(LogTest, ThreadsNeitherTearNorLoseLines) {
     });
   }
   for (std::thread& thread : threads) thread.join();
-  int count = 0;
-  for (const char* const file : {"0.txt", "1.txt"}) {
-    std::istringstream lines(Text(file));
-    for (std::string line; std::getline(lines, line); ++count) {
-      ASSERT_EQ(line.substr(17), " Information: " + std::string(500, line.back()));
-    }
+  std::vector<std::string> lines = test::ReadLines(File("0.txt"));
+  const std::vector<std::string> others = test::ReadLines(File("1.txt"));
+  lines.insert(lines.end(), others.begin(), others.end());
+  EXPECT_EQ(lines.size(), std::size_t{kThreads * kLines});
+  for (const std::string& line : lines) {
+    ASSERT_EQ(line.substr(17), " Information: " + std::string(500, line.back()));
   }
-  EXPECT_EQ(count, kThreads * kLines);
 }
 
 }  // namespace

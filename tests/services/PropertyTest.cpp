@@ -109,46 +109,37 @@ TEST(PropertyTest, ConstructorsSetTheKind) {
   EXPECT_EQ(number.GetType(), PropInteger);
   EXPECT_EQ(number.GetMaxValue(), 9);
   EXPECT_EQ(TavoProperty("w", CWebAction(CWebAction::SEARCH), 4).GetMinValue(), -1);
+  EXPECT_EQ(TavoProperty("p", "", PropString, 0, 0, 0).GetStringValueNoEmpty(), " ");
+  EXPECT_EQ(TavoProperty("p", "x", PropString, 0, 0, 0).GetStringValueNoEmpty(), "x");
 }
 
-TEST(PropertyTest, UntypedValuesFollowTheType) {
+TEST(PropertyTest, CopiesEveryValueAndNothingElse) {
   const Texts list{"a"};
   const ScriptTable table{{"r", "1"}, {}};
   const int number = -3;
-  TavoProperty property;
-  EXPECT_EQ(property.GetValue(), nullptr);
-  property.SetValue(&number);
-  property.SetTypeValue(PropScript, &list);
-  property.SetTypeValue(PropScriptTable, &table);
-  property.SetTypeValue(PropChoice, &number);
-  EXPECT_EQ(property.GetValues(), list);
-  EXPECT_EQ(property.GetScripts(), table);
-  EXPECT_EQ(*static_cast<int*>(property.GetValue()), number);
-  property.PutScripts({});
-  EXPECT_TRUE(property.GetScripts().empty());
-}
+  const CWebAction action(CWebAction::SEARCH);
+  TavoProperty from("from", 3, "text", PropUndefined, 1, 2, 1);
+  EXPECT_EQ(from.GetValue(), nullptr);
+  from.SetValue(&number);  // nothing of that type
+  EXPECT_EQ(from.GetNumValue(), 3);
+  from.SetTypeValue(PropScript, &list);
+  from.SetTypeValue(PropScriptTable, &table);
+  from.SetTypeValue(PropWebAction, &action);
+  from.SetTypeValue(PropChoice, &number);
+  EXPECT_EQ(*static_cast<int*>(from.GetValue()), number);
 
-TEST(PropertyTest, CopiesTheValueAlone) {
-  TavoProperty from("from", 3, "text", PropFont, 1, 2, 1);
-  from.SetValues({"a", "b"});
-  from.PutScripts({{"r"}});
-  from.SetWebActionValue(CWebAction(CWebAction::SEARCH));
   TavoProperty to("to", "old", PropString, 8, 9, 0);
   to.CopyValue(from);
-  EXPECT_EQ(to.GetNumValue(), 3);
+  EXPECT_EQ(to.GetNumValue(), number);
   EXPECT_EQ(to.GetStringValue(), "text");
-  EXPECT_EQ(to.GetValues(), from.GetValues());
-  EXPECT_EQ(to.GetScripts(), from.GetScripts());
+  EXPECT_EQ(to.GetValues(), list);
+  EXPECT_EQ(to.GetScripts(), table);
   EXPECT_TRUE(to.GetWebActionValue().IsSearchAction());
   EXPECT_EQ(to.GetType(), PropString);
   EXPECT_EQ(to.GetName() + std::to_string(to.GetOrder()) + std::to_string(to.GetGroup()), "to89");
   EXPECT_EQ(to.IsLocked(), 0);
-}
-
-TEST(PropertyTest, AnEmptyTextCanBeStoredAsABlank) {
-  EXPECT_EQ(TavoProperty("p", "", PropString, 0, 0, 0).GetStringValueNoEmpty(), " ");
-  EXPECT_EQ(TavoProperty("p", "x", PropString, 0, 0, 0).GetStringValueNoEmpty(), "x");
-  EXPECT_EQ(TavoProperty().GetStringValueNoEmpty(), " ");
+  to.PutScripts({});
+  EXPECT_TRUE(to.GetScripts().empty());
 }
 
 TavoProperty Keyed(const char* name, std::uint32_t group, std::uint32_t order) {

@@ -10,6 +10,7 @@
 #include "Support/platform/Clock.h"
 #include "Support/services/Log.h"
 #include "tests/TestRegistry.h"
+#include "tests/services/TextFile.h"
 
 namespace vemra {
 namespace {
@@ -30,9 +31,7 @@ class StatisticTest : public testing::Test {
     return counts;
   }
   std::string Log(const std::string& name) const {
-    std::string text = test::ReadHostFile(registry_.Folder().Host() / (name + ".txt"));
-    std::erase(text, '\r');
-    return text;
+    return test::ReadTextFile(registry_.Folder().Host() / (name + ".txt"));
   }
 
   test::TestRegistry registry_;
@@ -97,15 +96,13 @@ TEST_F(StatisticTest, DumpsWhenTheIntervalHasPassed) {
     int force;
     std::uint32_t hours;
     std::size_t dumps;  // so far
-  } kRows[] = {
-      {2 * kHour - 1000, 0, 2, 1},
-      {1000, 0, 2, 2},  // just reached
-      {kHour, 0, 2, 2},
-      {0, 1, 2, 3},  // starts the interval anew
-      {kHour, 0, 2, 3},
-      {0, 0, 1, 4},
-      {0, 0, 0, 5},
-  };
+  } kRows[] = {{2 * kHour - 1000, 0, 2, 1},
+               {1000, 0, 2, 2},  // just reached
+               {kHour, 0, 2, 2},
+               {0, 1, 2, 3},  // starts the interval anew
+               {kHour, 0, 2, 3},
+               {0, 0, 1, 4},
+               {0, 0, 0, 5}};
   for (const auto& row : kRows) {
     SCOPED_TRACE(&row - kRows);
     platform::SetClock::Advance(row.wait);

@@ -8,20 +8,24 @@
 namespace vemra {
 namespace {
 
-// A database name that no other test has: events belong to the whole computer.
-std::string UniqueName(const test::TempFolder& folder) {
-  return "a/b%1 " + folder.Host().filename().string();
-}
+// With a database name that no other test has: events belong to the whole computer.
+class StopIndexingEventTest : public testing::Test {
+ protected:
+  auto Get(int create, const std::string& more = "") const {
+    return GetStopIndexingEvent((name_ + more).c_str(), create);
+  }
 
-TEST(StopIndexingEventTest, TheIndexerSeesWhatAnotherSets) {
-  const test::TempFolder folder;
-  const std::string name = UniqueName(folder);
-  EXPECT_EQ(GetStopIndexingEvent(name.c_str(), 0), nullptr);
-  const auto indexer = GetStopIndexingEvent(name.c_str(), 1);
+  const test::TempFolder folder_;
+  const std::string name_ = "a/b%1 " + folder_.Host().filename().string();
+};
+
+TEST_F(StopIndexingEventTest, TheIndexerSeesWhatAnotherSets) {
+  EXPECT_EQ(Get(0), nullptr);
+  const auto indexer = Get(1);
   ASSERT_NE(indexer, nullptr);
   EXPECT_FALSE(indexer->IsSet());
-  EXPECT_EQ(GetStopIndexingEvent((name + "x").c_str(), 0), nullptr);
-  const auto stopper = GetStopIndexingEvent(name.c_str(), 0);
+  EXPECT_EQ(Get(0, "x"), nullptr);
+  const auto stopper = Get(0);
   ASSERT_NE(stopper, nullptr);
   EXPECT_EQ(stopper->Set(), 1);
   EXPECT_TRUE(indexer->IsSet());
@@ -29,33 +33,26 @@ TEST(StopIndexingEventTest, TheIndexerSeesWhatAnotherSets) {
   EXPECT_TRUE(indexer->IsSet()) << "it stays set";
 }
 
-TEST(StopIndexingEventTest, ItsSystemNameIsTheDatabasesWithStop) {
-  const test::TempFolder folder;
-  const std::string name = UniqueName(folder);
+TEST_F(StopIndexingEventTest, ItsSystemNameIsTheDatabasesWithStop) {
   platform::NamedEvent event;
-  ASSERT_TRUE(event.Create(name + ":stop"));
-  const auto stopper = GetStopIndexingEvent(name.c_str(), 0);
+  ASSERT_TRUE(event.Create(name_ + ":stop"));
+  const auto stopper = Get(0);
   ASSERT_NE(stopper, nullptr);
   EXPECT_EQ(stopper->Set(), 1);
   EXPECT_TRUE(event.IsSet());
+  EXPECT_EQ(Get(1, "\\b"), nullptr) << "a backslash is in no event's name";
 }
 
-TEST(StopIndexingEventTest, TwoCreatorsShareItAndTheNextOneBeginsAnew) {
-  const test::TempFolder folder;
-  const std::string name = UniqueName(folder);
-  auto first = GetStopIndexingEvent(name.c_str(), 1);
-  auto second = GetStopIndexingEvent(name.c_str(), 1);
+TEST_F(StopIndexingEventTest, TwoCreatorsShareItAndTheNextOneBeginsAnew) {
+  auto first = Get(1);
+  auto second = Get(1);
   EXPECT_EQ(second->Set(), 1);
   EXPECT_TRUE(first->IsSet());
   first.reset();
-  EXPECT_NE(GetStopIndexingEvent(name.c_str(), 0), nullptr);
+  EXPECT_NE(Get(0), nullptr);
   second.reset();
-  EXPECT_EQ(GetStopIndexingEvent(name.c_str(), 0), nullptr);
-  EXPECT_FALSE(GetStopIndexingEvent(name.c_str(), 1)->IsSet());
-}
-
-TEST(StopIndexingEventTest, ABackslashIsNoNameOfAnEvent) {
-  EXPECT_EQ(GetStopIndexingEvent("a\\b", 1), nullptr);
+  EXPECT_EQ(Get(0), nullptr);
+  EXPECT_FALSE(Get(1)->IsSet());
 }
 
 }  // namespace
