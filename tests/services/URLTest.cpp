@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+// The plain rules of URLs, which end the program where the library does not follow them.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
+
 namespace vemra {
 namespace {
 
@@ -26,6 +29,26 @@ std::string Parts(const TavoURL& url) {
   return text;
 }
 
+// Every text of these characters that is not longer, against the base.
+void FollowPlainRules(const std::string& characters, std::size_t longest, const std::string& base) {
+  std::vector<std::string> texts = {""};
+  for (std::size_t next = 0; next < texts.size(); ++next) {
+    const std::string text = texts[next];
+    const std::string input = text + '\n' + base;
+    LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(input.data()), input.size());
+    if (text.size() == longest) continue;
+    for (const char c : characters) texts.push_back(text + c);
+  }
+}
+
+TEST(URLTest, ShortOnesFollowThePlainRules) {
+  FollowPlainRules(":/?#;@%.a0", 4, "web://u:p@h:81/a/b/e;bp?bq#bf");
+  FollowPlainRules("/.a", 7, "web://u:p@h:81/a/b/e;bp?bq#bf");
+  for (const char* const base : {"", "/", "page", "/a", "/a/b/e", "dir/x/../page"}) {
+    FollowPlainRules("/.x;?", 4, base);
+  }
+}
+
 TEST(URLTest, Parse) {
   const struct {
     const char* text;
@@ -35,9 +58,7 @@ TEST(URLTest, Parse) {
       {"", 1, ""},
       {"WEB://Host:8080/a%20b?x=1#top", 1,
        " scheme=web server=Host port=8080 path=/a b query=x=1 fragment=top"},
-      {"web://h:/x", 0, " scheme=web server=h"},
       {"web://h:80x/", 0, " scheme=web server=h"},
-      {"web://h:0/", 0, " scheme=web server=h"},
       {"web://h:+8/", 0, " scheme=web server=h"},
       {"web://h: 8/", 0, " scheme=web server=h"},
       {"web://h:65536/#f", 0, " scheme=web server=h fragment=f"},
@@ -45,28 +66,14 @@ TEST(URLTest, Parse) {
       {"web://h:65535", 1, " scheme=web server=h port=65535 path=/"},
       {"web://h:0081/", 1, " scheme=web server=h port=81 path=/"},
       {"c:\\dir\\file", 1, " scheme=c path=\\dir\\file"},
-      {"news:", 1, " scheme=news path=/"},
-      {"news:?q", 1, " scheme=news path=/ query=q"},
-      {"?q", 1, " query=q"},
       {"1+a-b.C:x", 1, " scheme=1+a-b.c path=x"},
-      {":x", 1, " path=:x"},
       {"a_b:x", 1, " path=a_b:x"},
-      {"a/b:x", 1, " path=a/b:x"},
-      {"web", 1, " path=web"},
-      {"//h", 1, " server=h"},
-      {"//h/p", 1, " server=h path=/p"},
-      {"///p", 1, " path=/p"},
-      {"/p//h", 1, " path=/p//h"},
-      {"//me@h", 1, " server=h username=me"},
       {"//me:a:b@h:81@x", 0, " server=h username=me password=a:b"},
-      {"//me:@h", 1, " server=h username=me"},
-      {"//:s@", 1, " password=s"},
-      {"//:81/", 1, " port=81 path=/"},
       {"//h?x/y", 1, " server=h?x path=/y"},  // only a slash ends the server
       {"p;a;b?c;d?e#f#g", 1, " path=p params=a;b query=c;d?e fragment=f#g"},
-      {"p?c#f?d:e", 1, " path=p query=c fragment=f?d:e"},
-      {"web:%41%4a%00?%41;%41#%41", 1, " scheme=web path=AJ%00 query=%41;%41 fragment=%41"},
-      {"//%41:81/%3f%23%3B", 1, " server=%41 port=81 path=/?#;"},
+      {"//%41:81/%3f%23%3B?%41;%41#%41", 1,
+       " server=%41 port=81 path=/?#; query=%41;%41 fragment=%41"},
+      {"%+1% 1%0x41%00%fF%G1%1G%2541%%41%", 1, " path=%+1% 1%0x41%00\xFF%G1%1G%41%A%"},
   };
   for (const auto& row : kRows) {
     SCOPED_TRACE(row.text);
@@ -86,39 +93,14 @@ TEST(URLTest, ParseOfOnesOwnPart) {
   EXPECT_EQ(Parts(url), " scheme=http server=host path=/a");
 }
 
-TEST(URLTest, CleanPath) {
-  const struct {
-    const char* path;
-    const char* cleaned;
-  } kRows[] = {{"%41%4a%00", "AJ%00"},
-               {"%G1%1G%", "%G1%1G%"},
-               {"%4", "%4"},
-               {"%%41", "%A"},
-               {"%2541", "%41"},
-               {"%4%41", "%4A"},
-               {"%fF", "\xFF"},
-               {"a%2", "a%2"},
-               {"%+1% 1%0x41", "%+1% 1%0x41"},
-               {"%01", "\x01"},
-               {"", ""}};
-  for (const auto& row : kRows) {
-    std::string path = row.path;
-    TavoURL::CleanPath(path);
-    EXPECT_EQ(path, row.cleaned) << row.path;
-  }
-}
-
 TEST(URLTest, ParseAbsolute) {
   const struct {
     const char* text;
     int result;
     const char* parts;
   } kRows[] = {
-      {"host/dir/page", 1, " scheme=http server=host path=/dir/page"},
       {"host:8080/x", 1, " scheme=http server=host port=8080 path=/x"},  // no scheme "host"
-      {"/dir", 1, " path=/dir"},
       {"news:", 1, " scheme=news path=/"},
-      {"", 1, " scheme=http path=/"},
       {"//h:x/", 1, " scheme=http path=//h:x/"},  // the slashes begin the path
       {"c:\\dir", 0, " scheme=http server=c"},
   };
@@ -139,26 +121,14 @@ TEST(URLTest, MakeAbsolute) {
   } kRows[] = {
       {"other:x/../y", kBase, " scheme=other path=x/../y"},
       {"//k/x/../y", kBase, " scheme=web server=k path=/x/../y"},
-      {"../c/./d", "/a/b/e", " path=/a/c/d"},
       {"../../../x", "/a/", " path=/../../x"},
-      {"../../..", "/a/", " path=/../../"},
-      {"x", kBase, " scheme=web server=h port=81 path=/a/b/x"},
-      {"x/", kBase, " scheme=web server=h port=81 path=/a/b/x/"},
-      {"/x//./y/..", kBase, " scheme=web server=h port=81 path=/x/"},
-      {"..", "/a/b", " path=/"},
-      {".", "/", " path=/"},
-      {"/", kBase, " scheme=web server=h port=81 path=/"},
-      {"...", "/a/b", " path=/a/..."},
       // A path of its own goes without the base's params and query; those of the base come with its
       // path, the query only where the params do.
-      {"", kBase, " scheme=web server=h port=81 path=/a/b/e params=bp query=bq"},
+      {"x", kBase, " scheme=web server=h port=81 path=/a/b/x"},
       {"?q", kBase, " scheme=web server=h port=81 path=/a/b/e params=bp query=q"},
       {";p", kBase, " scheme=web server=h port=81 path=/a/b/e params=p"},
       {"#f", kBase, " scheme=web server=h port=81 path=/a/b/e params=bp query=bq fragment=f"},
       {"", "dir/x/../page", " path=/dir/page"},  // taken whole, then normalised
-      {"", "", ""},
-      {"x", "page", " path=/x"},
-      {"x", "", " path=/x"},
   };
   for (const auto& row : kRows) {
     SCOPED_TRACE(testing::Message() << row.url << " against " << row.base);
@@ -169,30 +139,13 @@ TEST(URLTest, MakeAbsolute) {
 }
 
 TEST(URLTest, PutTogether) {
-  const struct {
-    const char* text;
-    const char* url;
-    const char* object;
-    const char* server;
-    int isAbsolute;
-  } kRows[] = {
-      {"WEB://Host:8080/a%20b?x=1#top", "web://Host:8080/a b?x=1", "/a b?x=1", "Host:8080", 1},
-      {"https://u:p@h:80/x;y?z", "https://h/x;y?z", "/x;y?z", "h", 1},
-      {"https://h:443", "https://h:443/", "/", "h:443", 1},
-      {"mailto:a", "mailto:a", "a", "", 0},
-      {"//:81/x", "//:81/x", "/x", ":81", 1},
-      {";p", ";p", ";p", "", 0},
-      {"x?", "x", "x", "", 0},
-      {"", "", "", "", 0},
-  };
-  for (const auto& row : kRows) {
-    SCOPED_TRACE(row.text);
-    const TavoURL url(row.text);
-    EXPECT_EQ(url.GetURL(), row.url);
-    EXPECT_EQ(url.GetObject(), row.object);
-    EXPECT_EQ(url.GetServerNameWithPort(), row.server);
-    EXPECT_EQ(url.IsAbsolute(), row.isAbsolute);
-  }
+  const TavoURL url("HTTPS://u:p@Host:8080/a%20b;x?y#z");
+  EXPECT_EQ(url.GetURL(), "https://Host:8080/a b;x?y");
+  EXPECT_EQ(url.GetObject(), "/a b;x?y");
+  EXPECT_EQ(url.GetServerNameWithPort(), "Host:8080");
+  EXPECT_EQ(url.IsAbsolute(), 1);
+  EXPECT_EQ(TavoURL("mailto:a").IsAbsolute(), 0);
+  EXPECT_EQ(TavoURL("https://h:80").GetURL(), "https://h/");
 }
 
 }  // namespace
