@@ -201,32 +201,23 @@ TEST_F(DBAccessTest, WhoeverComesDropsWhatIsOver) {
   EXPECT_THAT(Names(), ElementsAre("THERE", "[Indexing]")) << "a grant supersedes a request";
 }
 
+// What makes a file one that cannot be read is told by the fuzz target of access files.
 TEST_F(DBAccessTest, AFileThatCannotBeReadStaysAsItIs) {
-  const std::string good = Line("THERE", 1);
-  const std::string padded = good.substr(0, good.size() - 1);
-  const std::string longest = padded + std::string(98 - padded.size(), ' ') + "\n";
+  const std::string comment = ";" + std::string(98, 'x');  // it goes on in what follows
   const struct {
-    const char* label;
     std::string text;
     std::string error;
-  } kRows[] = {
-      {"98 characters", longest + longest, ""},
-      {"99 characters", good + " " + longest, "Line 2 is too long."},
-      {"no line end", good + good + padded, "Line 3 is too long."},
-      {"comments count", "; one\n;\n" + std::string("bad\n"), "Line 3 is invalid."},
-      {"an empty line", good + "\n", "Line 2 is invalid."},
-      {"a last comment", good + "; no line end", ""},
-      {"a long comment goes on", ";" + std::string(98, 'x') + good, ""},
-      {"what goes on is a line", ";" + std::string(98, 'x') + "bad\n", "Line 2 is invalid."},
-  };
+  } kRows[] = {{comment + Line("THERE", 1) + "; no line end", ""},
+               {comment + "bad\n", "Line 2 is invalid."},
+               {Line("THERE", 1) + std::string(99, ' ') + "\n", "Line 2 is too long."}};
   for (const auto& row : kRows) {
-    SCOPED_TRACE(row.label);
+    SCOPED_TRACE(row.text);
     Put(row.text);
     test::AccessHolder searcher(Path());
     EXPECT_EQ(searcher->GetSearchAccess(kTerm), row.error.empty() ? 1 : 0);
     EXPECT_EQ(searcher->GetErrorText(), row.error);
     if (row.error.empty()) {
-      EXPECT_EQ(Text().find(';'), std::string::npos) << "comments are dropped";
+      EXPECT_THAT(Names(), ElementsAre("HERE", "THERE")) << "comments are dropped";
     } else {
       EXPECT_EQ(Text(), row.text);
       Put("");
