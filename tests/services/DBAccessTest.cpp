@@ -155,8 +155,7 @@ TEST_F(DBAccessTest, AnIndexerThatExpiredUnseenIsNewAgain) {
   Pass(31);
   EXPECT_EQ(indexer->GetIndexingAccess(kTerm), 1);
   EXPECT_FALSE(indexer->WasRenewed()) << "it had expired";
-  Pass(1);
-  Put("");
+  Put("");  // in the second in which the line lingers
   EXPECT_EQ(indexer->GetIndexingAccess(kTerm), 1);
   EXPECT_FALSE(indexer->WasRenewed()) << "somebody had taken its line away";
   Pass(1);

@@ -1,13 +1,13 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <csignal>
 
 #include "Support/foundation/Registry.h"
 #include "Support/services/Log.h"
 #include "tests/TestRegistry.h"
+#include "tests/posix/Processes.h"
+#include "tests/services/TextFile.h"
 
 namespace vemra {
 namespace {
@@ -21,24 +21,20 @@ TEST(LogProcessTest, LinesStayWholeWhateverHappensToTheFile) {
   TavoLog log(config);
   log.WriteFormattedMessage(kLogNotice, "db", 1, "archived");
   std::filesystem::resize_file(path, 0);
-  const pid_t child = ::fork();
-  ASSERT_GE(child, 0);
-  if (child == 0) {
+  const pid_t child = test::Start([&] {
     TavoLog(config).WriteFormattedMessage(kLogNotice, "db", 1, "denied");
     std::signal(SIGXFSZ, SIG_IGN);
     const rlimit limit{100, 100};  // bytes of a file
     ::setrlimit(RLIMIT_FSIZE, &limit);
     log.WriteFormattedMessage(kLogNotice, "db", 1, "kept");
     log.WriteFormattedMessage(kLogNotice, "db", 1, std::string(200, 'x'));
-    ::_exit(0);
-  }
-  ::waitpid(child, nullptr, 0);
+  });
+  EXPECT_EQ(test::Wait(child), 0);
   log.WriteFormattedMessage(kLogNotice, "db", 1, "next");
-  const std::string text = test::ReadHostFile(path);
-  const std::size_t length = std::string("03/07/24 09:05:03 Information: kept\n").size();
-  ASSERT_EQ(text.size(), 2 * length) << text;
-  EXPECT_EQ(text.substr(31, 5), "kept\n");
-  EXPECT_EQ(text.substr(length + 31), "next\n");
+  const std::vector<std::string> lines = test::ReadLines(path);
+  ASSERT_EQ(lines.size(), 2U);
+  EXPECT_EQ(lines[0].substr(17), " Information: kept");
+  EXPECT_EQ(lines[1].substr(17), " Information: next");
 }
 
 }  // namespace

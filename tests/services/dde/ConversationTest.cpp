@@ -20,11 +20,7 @@ class ConversationTest : public testing::TestWithParam<test::TestDdeManager::Kin
       EXPECT_EQ(server_.GetConversations().GetCount(), 0);
     }
     server_.Shutdown();
-    dde_.Settle();
-    if (!dde_.IsInProcess()) return;
-    EXPECT_EQ(dde_.InProcess().GetStringCount(), 0U);
-    EXPECT_EQ(dde_.InProcess().GetDataCount(), 0U);
-    EXPECT_EQ(dde_.InProcess().GetConversationCount(), 0U);
+    test::ExpectNothingLeft(dde_);
   }
 
   test::TestDdeManager dde_;

@@ -17,13 +17,7 @@ using testing::EndsWith;
 // With the in-process manager; what both managers do alike is in ConversationTest.
 class DDEServerTest : public testing::Test {
  protected:
-  ~DDEServerTest() override {
-    dde_.Settle();
-    EXPECT_EQ(CDDEServer::GetServer(), nullptr);
-    EXPECT_EQ(dde_.InProcess().GetStringCount(), 0U);
-    EXPECT_EQ(dde_.InProcess().GetDataCount(), 0U);
-    EXPECT_EQ(dde_.InProcess().GetConversationCount(), 0U);
-  }
+  ~DDEServerTest() override { test::ExpectNothingLeft(dde_); }
 
   test::TestDdeManager dde_{test::TestDdeManager::kInProcess};
 };

@@ -4,10 +4,20 @@
 #include <string>
 #include <utility>
 
+#include "Support/services/Services.h"
 #include "tests/DdeManagers.h"
 #include "tests/services/dde/Script.h"
 
 namespace vemra::test {
+
+// That neither a server nor its clients have left anything.
+inline void ExpectNothingLeft(const TestDdeManager& dde) {
+  dde.Settle();
+  EXPECT_EQ(CDDEServer::GetServer(), nullptr);
+  EXPECT_EQ(dde.InProcess().GetStringCount(), 0U);
+  EXPECT_EQ(dde.InProcess().GetDataCount(), 0U);
+  EXPECT_EQ(dde.InProcess().GetConversationCount(), 0U);
+}
 
 // Another program as far as the framework can tell: instances of the manager's, one for each
 // letter, with conversations by nothing but the manager's calls.
