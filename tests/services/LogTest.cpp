@@ -29,7 +29,7 @@ class LogTest : public testing::Test {
 };
 
 TEST_F(LogTest, WritesWhatReachesTheThreshold) {
-  const platform::SetClock clock(DateTime::FromLocal({2009, 3, 7, 9, 5, 3}).GetSeconds());
+  const platform::SetClock clock(DateTime::FromLocal({2109, 3, 7, 9, 5, 3}).GetSeconds());
   TavoLog log(config_);  // the spy level is 0, which counts as 4
   log.WriteMessage(kLogError, "db", 0, "dropped");
   log.WriteMessage(kLogFatalError, "db", 0, "%s %d%%", "full", 100);
