@@ -19,6 +19,12 @@ class DDEServerTest : public testing::Test {
  protected:
   ~DDEServerTest() override { test::ExpectNothingLeft(dde_); }
 
+  // A transaction straight to the callback, whose names need not be alive.
+  static DDEData Call(DDETransaction type, DDEString topic, DDEString item = {}, DDEData data = {},
+                      std::uint32_t format = kDDEFormatText) {
+    return CDDEServer::StdDDECallback(type, format, DDEConversation{7}, topic, item, data, 0, 0);
+  }
+
   test::TestDdeManager dde_{test::TestDdeManager::kInProcess};
 };
 
@@ -149,19 +155,39 @@ TEST_F(DDEServerTest, StatusTellsOfNamesAndDataThatCannotBeRead) {
   for (const auto& row : kRows) {
     SCOPED_TRACE(row.log);
     server.TakeLog();
-    EXPECT_EQ(CDDEServer::StdDDECallback(row.type, kDDEFormatText, DDEConversation{7}, row.topic,
-                                         row.item, row.data, 0, 0),
-              DDEData::kNone);
+    EXPECT_EQ(Call(row.type, row.topic, row.item, row.data), DDEData::kNone);
     const std::string log = server.TakeLog();
     EXPECT_EQ(log.substr(log.find(';') + 1), row.log);
   }
 }
 
-TEST_F(DDEServerTest, AStringItemEndsAtItsNul) {
-  CDDEStringItem item("Texts", std::string("first\0more", 10));
-  EXPECT_EQ(item.GetData(), "first");
-  item.SetData(std::string("cut\0here", 8));
-  EXPECT_EQ(item.GetData(), "cut");
+TEST_F(DDEServerTest, ABlockIsReadWithinItsSize) {
+  test::LibraryServer server;
+  ASSERT_EQ(server.Create("Library"), 1);
+  const CHSZ topic(server, "Manuals");
+  const CHSZ item(server, "Texts");
+  auto* const texts = static_cast<CDDEStringItem*>(server.FindTopic("Manuals")->FindItem("texts"));
+  const struct {
+    const char* label;
+    std::string bytes;
+    const char* text;
+  } kRows[] = {{"text and NUL", std::string("ab\0", 3), "ab"},
+               {"no NUL", "abc", "abc"},
+               {"more behind", std::string("a\0bc", 4), "a"},
+               {"only NUL", std::string(1, '\0'), ""},
+               {"nothing", "", ""}};
+  for (const auto& row : kRows) {
+    SCOPED_TRACE(row.label);
+    texts->SetData("before");
+    const DDEData block =
+        dde_->CreateDataHandle(server.GetInstance(), row.bytes.data(),
+                               static_cast<std::uint32_t>(row.bytes.size()), item, kDDEFormatText);
+    EXPECT_EQ(Call(kDDEPoke, topic, item, block, 0xFFFF0001), kDDEAcknowledged);
+    EXPECT_EQ(texts->GetData(), row.text);
+    dde_->FreeDataHandle(block);
+  }
+  texts->SetData(std::string("cut\0here", 8));
+  EXPECT_EQ(texts->GetData(), "cut");
 }
 
 // The answer to a wild connect: 16 bytes a pair, and one pair of null handles.
@@ -388,6 +414,9 @@ TEST_F(DDEServerTest, APokeToOneselfIsNotAnnounced) {
   EXPECT_EQ(client.Run("a poke Texts TEXT 3"), "done");
   EXPECT_THAT(server.changes, ElementsAre("Manuals|Texts 2", "Manuals|Texts 3"));
   EXPECT_THAT(server.TakeLog(), EndsWith(";AdviseData Manuals|Texts failed;"));
+  server.handles = 1;
+  const CHSZ item(server, "Texts");
+  EXPECT_EQ(Call(kDDEAdviseData, item, item, DDEData{0xDEAD}), DDEData::kNone) << "dead data";
 }
 
 TEST_F(DDEServerTest, TheEndOfAConversationReachesItsObject) {
