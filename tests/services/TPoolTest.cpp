@@ -91,6 +91,7 @@ TEST(TPoolTest, TheThreadThatWasSuspendedLastIsResumedFirst) {
   }
   EXPECT_NE(threads[0], threads[1]);
   EXPECT_EQ(Shown(pool).size(), 2U);  // the other one is idle all the time
+  EXPECT_EQ(pool.GetMaxNumThreads(), 2) << "at most, not at last";
 }
 
 TEST(TPoolTest, IdleThreadsEndWithoutForce) {
