@@ -37,25 +37,13 @@ TEST(CodePageTest, FromUtf8) {
       {"euro and quotes", "\xE2\x82\xAC\xE2\x80\x99", "\x80\x92"},
       {"lacking", "a\xD0\x96z", "a\x81z"},
       {"beyond 16 bits", "a\xF0\x9F\x98\x80z", "a\x81z"},
-      {"soft hyphen",
-       "hyphen\xC2\xAD"
-       "ated",
-       "hyphenated"},
+      {"soft hyphen", "hy\xC2\xADphen", "hyphen"},
       {"no-break space", "10\xC2\xA0km", "10 km"},
-      {"zero-width space",
-       "a\xE2\x80\x8B"
-       "b",
-       "a b"},
-      {"joiner",
-       "a\xE2\x80\x8D"
-       "b",
-       "ab"},
+      {"zero-width space", "a\xE2\x80\x8Bz", "a z"},
+      {"joiner", "a\xE2\x80\x8Dz", "az"},
       {"no-break hyphen", "e\xE2\x80\x91mail", "e-mail"},
       {"ligature", "\xEF\xAC\x81le", "file"},
-      {"control of Latin-1",
-       "a\xC2\x80"
-       "b",
-       "a b"},
+      {"control of Latin-1", "a\xC2\x80z", "a z"},
       {"bytes of 1252", "na\xEFve \x93q\x94", "na\xEFve \x93q\x94"},
       {"cut short", "a\xE2\x82", "a\xE2\x82"},
       {"overlong", "\xC0\xAF", "\xC0\xAF"},
@@ -80,9 +68,8 @@ TEST(CodePageTest, Utf8KeepsEveryLetterAndSpellsPunctuation) {
   const std::string letters = "\xD0\x96 \xE6\xBC\xA2\xF0\x9F\x98\x80 caf\xC3\xA9";
   EXPECT_EQ(page.FromUtf8(letters), letters);
   EXPECT_EQ(page.ToUtf8(letters), letters);
-  EXPECT_EQ(page.FromUtf8("\xC2\xAB"
-                          "a\xC2\xAD\xE2\x80\x99\xC2\xA0\xE3\x80\x82\xE9"),
-            "\"a' . \xC3\xA9");
+  EXPECT_EQ(page.FromUtf8("\xC2\xABz\xC2\xAD\xE2\x80\x99\xC2\xA0\xE3\x80\x82\xE9"),
+            "\"z' . \xC3\xA9");
   EXPECT_EQ(page.ToUtf8("a\xC3"), "a\xEF\xBF\xBD");
   EXPECT_EQ(DecodeDocument("\xD0\x96", Declaration::kNone, page), "\xD0\x96");
   EXPECT_EQ(DecodeDocument("\xE9t\xE9", Declaration::kNone, page), "\xC3\xA9t\xC3\xA9");
@@ -97,16 +84,17 @@ TEST(CodePageTest, ByteWithoutMeaningPrintsAsReplacement) {
 
 TEST(CodePageTest, IsReadFromAPackFile) {
   const test::TempFolder folder;
-  const auto numberOf = [&folder](const std::string& pack) {
+  EXPECT_EQ(CodePage::OfPackFile(folder.Path("a.pack")).GetNumber(), 1252) << "missing";
+  const std::pair<const char*, int> rows[] = {
+      {"[Flags]\n65=A\n[Character Set]\nName=x\nCode Page=1251\n[Sort]\n", 1251},
+      {"[Character Set]\n[Flags]\nCode Page=1251\n", 1252},
+      {"[Character Set]\nCode Page=932\n", 1252},
+      {"[Character Set]\nCode Page=65001\n", 65001},
+      {"", 1252}};
+  for (const auto& [pack, number] : rows) {
     test::WriteHostFile(folder.Host() / "a.pack", pack);
-    return CodePage::OfPackFile(folder.Path("a.pack")).GetNumber();
-  };
-  EXPECT_EQ(numberOf("[Flags]\n65=A\n[Character Set]\nName=x\nCode Page=1251\n[Sort]\n"), 1251);
-  EXPECT_EQ(numberOf("[Character Set]\n[Flags]\nCode Page=1251\n"), 1252);
-  EXPECT_EQ(numberOf("[Character Set]\nCode Page=932\n"), 1252);
-  EXPECT_EQ(numberOf("[Character Set]\nCode Page=65001\n"), 65001);
-  EXPECT_EQ(numberOf(""), 1252);
-  EXPECT_EQ(CodePage::OfPackFile(folder.Path("missing.pack")).GetNumber(), 1252);
+    EXPECT_EQ(CodePage::OfPackFile(folder.Path("a.pack")).GetNumber(), number) << pack;
+  }
 }
 
 TEST(Utf8Test, AsciiPrefixStopsAtEveryPlace) {
@@ -148,11 +136,7 @@ TEST(DocumentEncodingTest, IsDetectedOrObeyed) {
       {"unknown label", kMarkup, "<meta charset=klingon>" + tail, "><p>\xE9"},
       {"label without an end", kMarkup, "\xE9<meta charset=", "\xE9<meta charset="},
       {"Latin-2", kMarkup, "<meta charset=iso-8859-2>\xE1\xB9", "\xE1\x9A"},
-      {"1252 normalized", kNone,
-       "a\xA0"
-       "b\xAD"
-       "c\xE9",
-       "a bc\xE9"},
+      {"1252 normalized", kNone, "a\xA0y\xADz\xE9", "a yz\xE9"},
   };
   for (const auto& row : kRows) {
     SCOPED_TRACE(row.label);

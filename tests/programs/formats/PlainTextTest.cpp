@@ -27,15 +27,14 @@ TEST(PlainTextTest, OutputKeepsEveryByteOfText) {
 }
 
 TEST(PlainTextTest, LinesAreParagraphsOfATextWithoutBlankLines) {
-  const auto paragraphs = [](const std::string& text) {
+  for (const auto& [text, last] : {std::pair("apple\nbear\ncat", 2),
+                                   {"apple\nbear\ncat\n\n\n", 2},
+                                   {"apple\nbear\n\ncat", 1}}) {
     PageWrapper wrapper;
     Recorder<PlainTextParser> recorder(wrapper);
     recorder.ParseDocument(text);
-    return recorder.GetParagraphNumber();
-  };
-  EXPECT_EQ(paragraphs("apple\nbear\ncat"), 2);
-  EXPECT_EQ(paragraphs("apple\nbear\ncat\n\n\n"), 2);
-  EXPECT_EQ(paragraphs("apple\nbear\n\ncat"), 1);
+    EXPECT_EQ(recorder.GetParagraphNumber(), last) << text;
+  }
 }
 
 TEST(PlainTextTest, LongTextComesInBoundedRunsCutAtWhiteSpace) {
@@ -56,7 +55,7 @@ TEST(PlainTextTest, LongTextComesInBoundedRunsCutAtWhiteSpace) {
 }
 
 TEST(PlainTextTest, FileWithNulsIsReadToItsEnd) {
-  TempFolder folder;
+  const TempFolder folder;
   WriteHostFile(folder.Host() / "a.txt", "a\0b\x01\xC3\xA9"s);
   PageWrapper wrapper;
   Recorder<PlainTextParser> recorder(wrapper);
