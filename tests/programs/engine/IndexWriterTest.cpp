@@ -5,15 +5,12 @@
 #include "programs/engine/EngineError.h"
 #include "programs/engine/Search.h"
 #include "tests/TempFolder.h"
+#include "tests/programs/engine/Queries.h"
 
 namespace vemra::engine {
 namespace {
 
-CTavoFieldList GeneralField() {
-  CTavoFieldList list;
-  list.Set(0);
-  return list;
-}
+const CTavoFieldList kGeneral = test::ListOf({0});
 
 void AddTexts(IndexWriter& writer, int count, const std::string& word) {
   for (int i = 0; i < count; ++i) {
@@ -25,10 +22,7 @@ void AddTexts(IndexWriter& writer, int count, const std::string& word) {
 
 std::int64_t Count(const std::string& path, const std::string& word) {
   IndexDatabase index(path);
-  QueryNode query;
-  query.columns = GeneralField();
-  query.terms.push_back({word, false, {word}});
-  return Search(index, query).Find(0, FieldWeights()).total;
+  return Search(index, test::Phrase({word}, kGeneral)).Find(0, FieldWeights()).total;
 }
 
 template <typename Action>
@@ -46,12 +40,13 @@ TEST(IndexWriter, KeepsTheOldIndexUntilTheFirstBatchIsStored) {
   test::TempFolder folder;
   const std::string path = folder.Path("a.vix");
   {
-    IndexWriter writer(path, GeneralField());
+    IndexWriter writer(path, kGeneral);
     AddTexts(writer, 3, "old");
     writer.Finish();
   }
   {
-    IndexWriter writer(path, GeneralField());
+    IndexWriter writer(path, kGeneral);
+    EXPECT_EQ(FaultOf([&] { IndexWriter(path, kGeneral); }), Fault::kLocked);
     AddTexts(writer, 2, "new");
     EXPECT_EQ(Count(path, "old"), 3);
     writer.Commit();
@@ -66,7 +61,7 @@ TEST(IndexWriter, KeepsTheOldIndexUntilTheFirstBatchIsStored) {
 
 TEST(IndexWriter, GivesTheNumberOfAnUnfinishedTextAgain) {
   test::TempFolder folder;
-  IndexWriter writer(folder.Path("a.vix"), GeneralField());
+  IndexWriter writer(folder.Path("a.vix"), kGeneral);
   AddTexts(writer, 1, "one");
   EXPECT_EQ(writer.BeginText(), 2U);
   writer.AddWord(0, "unfinished");
@@ -94,7 +89,7 @@ TEST(IndexWriter, KeepsAnyBytesAndLongWords) {
   const std::string words[] = {std::string(1, '\1'),     "\2\3", "\"", "a\"b", "\xff\xfe",
                                std::string(100000, 'x'), "%",    "'"};
   {
-    IndexWriter writer(path, GeneralField());
+    IndexWriter writer(path, kGeneral);
     for (const std::string& word : words) AddTexts(writer, 1, word);
     writer.Finish();
   }
@@ -104,17 +99,11 @@ TEST(IndexWriter, KeepsAnyBytesAndLongWords) {
   }
 }
 
-TEST(IndexWriter, IsTheOnlyOne) {
-  test::TempFolder folder;
-  IndexWriter writer(folder.Path("a.vix"), GeneralField());
-  EXPECT_EQ(FaultOf([&] { IndexWriter(folder.Path("a.vix"), GeneralField()); }), Fault::kLocked);
-}
-
 TEST(IndexDatabase, TellsMissingFromDamaged) {
   test::TempFolder folder;
   const std::string path = folder.Path("a.vix");
   const auto host = folder.Host() / "a.vix";
-  const auto open = [&] { IndexDatabase index(path); };
+  const auto open = [&] { IndexDatabase(path).FindText(1); };
   EXPECT_EQ(FaultOf(open), Fault::kMissing);
   test::WriteHostFile(host, "");
   EXPECT_EQ(FaultOf(open), Fault::kMissing);
@@ -122,7 +111,7 @@ TEST(IndexDatabase, TellsMissingFromDamaged) {
   EXPECT_EQ(FaultOf(open), Fault::kDamaged);
   test::WriteHostFile(host, "");
   {
-    IndexWriter writer(path, GeneralField());
+    IndexWriter writer(path, kGeneral);
     AddTexts(writer, 2000, "word");
     writer.Finish();
   }
@@ -130,11 +119,7 @@ TEST(IndexDatabase, TellsMissingFromDamaged) {
   std::string bytes = test::ReadHostFile(host);
   std::fill(bytes.begin() + 4096, bytes.end(), '\x55');
   test::WriteHostFile(host, bytes);
-  EXPECT_EQ(FaultOf([&] {
-              IndexDatabase index(path);
-              index.FindText(1);
-            }),
-            Fault::kDamaged);
+  EXPECT_EQ(FaultOf(open), Fault::kDamaged);
 }
 
 }  // namespace

@@ -11,13 +11,6 @@ namespace {
 
 using Words = std::vector<std::pair<std::string, bool>>;  // the word, whether at the same position
 
-Words ReadAll(const std::string& stream) {
-  Words words;
-  WordStreamReader reader(stream);
-  while (reader.Next()) words.emplace_back(reader.Word(), reader.IsAtSamePosition());
-  return words;
-}
-
 TEST(WordStream, GivesAnyWordsBack) {
   std::mt19937 random(7);
   for (int round = 0; round < 2000; ++round) {
@@ -31,7 +24,10 @@ TEST(WordStream, GivesAnyWordsBack) {
       (samePosition ? AppendAtSamePosition : AppendWord)(stream, word);
       words.emplace_back(word, samePosition);
     }
-    ASSERT_EQ(ReadAll(stream), words);
+    Words read;
+    WordStreamReader reader(stream);
+    while (reader.Next()) read.emplace_back(reader.Word(), reader.IsAtSamePosition());
+    ASSERT_EQ(read, words);
     ASSERT_EQ(stream.find('\0'), std::string::npos);
   }
 }
