@@ -18,7 +18,6 @@
 #include "programs/formats/HitStyle.h"
 #include "programs/formats/Html.h"
 #include "programs/formats/PlainText.h"
-#include "tests/TempFolder.h"
 #include "tests/programs/commands/RunVemra.h"
 #include "tests/programs/engine/PlainSearch.h"
 
@@ -53,24 +52,27 @@ class Maker {
     return all[Below(sizeof...(texts))];
   }
 
-  std::string Document(FileType type) { return type == kHtml ? Page() : Text(); }
+  std::string Page() {
+    std::string page;
+    if (OneIn(2)) page += "<title>" + Items(4) + "</title>";
+    if (OneIn(4)) page += "<meta name=author content=\"" + Items(3) + "\">";
+    for (unsigned i = Below(4); i > 0; --i) page += Block() + Any("", "\n");
+    return page;
+  }
+
+  std::string Text() {
+    std::string text;
+    for (unsigned i = Below(20); i > 0; --i) text += Item() + Any(" ", " ", " ", "\n", "\n\n");
+    return text;
+  }
 
   std::string Query(int depth) {
-    if (depth == 0) return Operands();
-    switch (Below(6)) {
-      case 0:
-        return Query(depth - 1) + " OR " + Query(depth - 1);
-      case 1:
-        return '(' + Query(depth - 1) + ')' + Any(" ", " AND ") + Operands();
-      case 2:
-        return Operands() + " NOT " + Operands();
-      case 3:
-        return Operands() + " NOT (" + Query(depth - 1) + ')';
-      case 4:
-        return Field() + Query(depth - 1) + "; " + Operands();
-      default:
-        return Operands();
-    }
+    if (depth == 0 || OneIn(6)) return Operands();
+    if (OneIn(5)) return Query(depth - 1) + " OR " + Query(depth - 1);
+    if (OneIn(4)) return '(' + Query(depth - 1) + ')' + Any(" ", " AND ") + Operands();
+    if (OneIn(3)) return Operands() + " NOT " + Operands();
+    if (OneIn(2)) return Operands() + " NOT (" + Query(depth - 1) + ')';
+    return Field() + Query(depth - 1) + "; " + Operands();
   }
 
  private:
@@ -93,19 +95,10 @@ class Maker {
   }
 
   std::string Inline() {
-    switch (Below(9)) {
-      case 0:
-        return "<b>" + Items(2) + "</b>";
-      case 1:
-      case 2:
-        return "<a href=\"x\">" + Items(3) + "</a>";
-      case 3:
-        return "<img alt=\"" + Items(2) + "\">";
-      case 4:
-        return Any("<br>", "<br><br>", "-", "<i></i>");
-      default:
-        return Item();
-    }
+    if (OneIn(9)) return "<b>" + Items(2) + "</b>";
+    if (OneIn(4)) return "<a href=\"x\">" + Items(3) + "</a>";
+    if (OneIn(6)) return "<img alt=\"" + Items(2) + "\">";
+    return OneIn(5) ? Any("<br>", "<br><br>", "-", "<i></i>") : Item();
   }
 
   std::string Block() {
@@ -113,20 +106,6 @@ class Maker {
     for (unsigned i = Below(8); i > 0; --i) text += Inline() + Any(" ", " ", "", "\n");
     const std::string tag = Any("p", "div", "h2", "li", "td", "span");
     return '<' + tag + '>' + text + "</" + tag + '>';
-  }
-
-  std::string Page() {
-    std::string page;
-    if (OneIn(2)) page += "<title>" + Items(4) + "</title>";
-    if (OneIn(4)) page += "<meta name=author content=\"" + Items(3) + "\">";
-    for (unsigned i = Below(4); i > 0; --i) page += Block() + Any("", "\n");
-    return page;
-  }
-
-  std::string Text() {
-    std::string text;
-    for (unsigned i = Below(20); i > 0; --i) text += Item() + Any(" ", " ", " ", "\n", "\n\n");
-    return text;
   }
 
   std::string Field() {
@@ -237,24 +216,22 @@ std::string ExpectedWord(const Document& document, std::size_t word, const test:
   return text;
 }
 
-class MarkedHitsTest : public ::testing::Test {
+class MarkedHitsTest : public VemraTest {
  protected:
   void SetUp() override {
-    UseOwnRegistry();
     WriteDefinition({folder_.Path("db.cfg"), {folder_.Path()}, {}, "", true});
-    database_ = std::make_unique<Database>((folder_.Host() / "db.cfg").string());
+    database_ = std::make_unique<Database>(Definition());
     database_->LoadIndexList();
     for (const int type : {kHtml, kText}) wrappers_[type] = database_->MakeFormatWrapper(type);
   }
 
   Document MakeDocument(Maker& make) {
     Document document{make.OneIn(4) ? kText : kHtml, {}, {}, {}};
-    document.bytes = make.Document(document.type);
     FormatWrapper& wrapper = *wrappers_[document.type];
     if (document.type == kHtml) {
-      WordNotes<HtmlParser>(wrapper, document).ParseDocument(document.bytes);
+      WordNotes<HtmlParser>(wrapper, document).ParseDocument(document.bytes = make.Page());
     } else {
-      WordNotes<PlainTextParser>(wrapper, document).ParseDocument(document.bytes);
+      WordNotes<PlainTextParser>(wrapper, document).ParseDocument(document.bytes = make.Text());
     }
     return document;
   }
@@ -298,7 +275,6 @@ class MarkedHitsTest : public ::testing::Test {
     return tree;
   }
 
-  test::TempFolder folder_;
   PlainStyle style_;
   std::unique_ptr<Database> database_;
   std::unique_ptr<FormatWrapper> wrappers_[2];
@@ -325,10 +301,8 @@ TEST_F(MarkedHitsTest, AreExactlyWhatMatched) {
       }
       const std::string shown =
           Show(documents[i], search.FindHits(static_cast<std::int64_t>(i) + 1));
-      ASSERT_EQ(Reduced(shown), Reduced(expected)) << "query:\n"
-                                                   << text << "\ndocument:\n"
-                                                   << documents[i].bytes << "\nshown:\n"
-                                                   << shown;
+      SCOPED_TRACE("query:\n" + text);
+      ASSERT_EQ(Reduced(shown), Reduced(expected)) << documents[i].bytes << "\nshown:\n" << shown;
       matches += matched ? 1 : 0;
       marks += static_cast<int>(hits.size());
       if (i % 10 != 0) continue;
@@ -338,8 +312,6 @@ TEST_F(MarkedHitsTest, AreExactlyWhatMatched) {
         test::PlainHits ignored;
         ASSERT_EQ(found.count(static_cast<std::int64_t>(j) + 1) == 1,
                   test::MatchPlainly(query, documents[j].words, ignored))
-            << "query:\n"
-            << text << "\ndocument:\n"
             << documents[j].bytes;
       }
     }

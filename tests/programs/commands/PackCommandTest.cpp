@@ -1,23 +1,18 @@
 #include <gtest/gtest.h>
 
-#include <nlohmann/json.hpp>
-
-#include "programs/commands/ExitCode.h"
 #include "tests/programs/commands/RunVemra.h"
 
 namespace vemra::commands {
 namespace {
 
-using Json = nlohmann::json;
+using PackCommandTest = VemraTest;
 
-TEST(PackCommandTest, ShowsAPackAndItsBadLines) {
-  UseOwnRegistry();
-  const test::TempFolder folder;
-  const std::string file = (folder.Host() / "Mine.pack").string();
-  test::WriteHostFile(file,
-                      "[Character Set]\nCode Page=1251\n[Flags]\n192=A\n224=A\n'5'=D\n1=A\noops\n"
-                      "[Index]\n192=224\n'x'='y'\n[Sort]\n192-=1\n224=191\n"
-                      "[Query Language]\nAnd=\xC8\n");
+TEST_F(PackCommandTest, ShowsAPackAndItsBadLines) {
+  const std::string file = File("Mine.pack");
+  Write("Mine.pack",
+        "[Character Set]\nCode Page=1251\n[Flags]\n192=A\n224=A\n'5'=D\n1=A\noops\n"
+        "[Index]\n192=224\n'x'='y'\n[Sort]\n192-=1\n224=191\n"
+        "[Query Language]\nAnd=\xC8\n");
   const Outcome text = RunVemra({"pack", file});
   EXPECT_EQ(text.exitCode, kUsage);
   EXPECT_EQ(text.err, file + ":8: cannot be read and is skipped: oops\n");
@@ -34,8 +29,7 @@ TEST(PackCommandTest, ShowsAPackAndItsBadLines) {
   EXPECT_EQ(json["and"], "\xD0\x98");
 }
 
-TEST(PackCommandTest, FindsTheProgramsOwnPacks) {
-  UseOwnRegistry();
+TEST_F(PackCommandTest, FindsTheProgramsOwnPacks) {
   const Outcome greek = RunVemra({"pack", "Greek", "--json"});
   EXPECT_EQ(greek.exitCode, kDone) << greek.err;
   EXPECT_EQ(Json::parse(greek.out)["codePage"], 1253);

@@ -1,62 +1,31 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <csignal>
-#include <cstdlib>
-#include <nlohmann/json.hpp>
 
 #include "Support/definition/FileDict.h"
-#include "programs/commands/ExitCode.h"
 #include "programs/engine/EngineError.h"
 #include "programs/engine/IndexWriter.h"
 #include "programs/engine/Search.h"
-#include "tests/TempFolder.h"
 #include "tests/programs/commands/RunVemra.h"
+#include "tests/programs/engine/Queries.h"
 
 namespace vemra::commands {
 namespace {
 
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
-using Json = nlohmann::json;
+using ::testing::UnorderedElementsAre;
 
-// A database under construction in a folder of its own.
-class ProgramTest : public ::testing::Test {
+class ProgramTest : public VemraTest {
  protected:
-  static void SetUpTestSuite() { UseOwnRegistry(); }
-
-  std::string File(const std::string& name) const { return (folder_.Host() / name).string(); }
-
   void AddDocument(const std::string& name, const std::string& text) const {
-    std::filesystem::create_directories((folder_.Host() / "docs" / name).parent_path());
-    test::WriteHostFile(folder_.Host() / "docs" / name, text);
-  }
-
-  static Outcome Vemra(std::vector<std::string> arguments) {
-    return RunVemra(std::move(arguments));
-  }
-
-  void CreateAndIndex(const std::vector<std::string>& more = {}) const {
-    std::vector<std::string> arguments{"create", File("db.cfg"), "--folder", File("docs")};
-    arguments.insert(arguments.end(), more.begin(), more.end());
-    const Outcome created = Vemra(arguments);
-    ASSERT_EQ(created.exitCode, kDone) << created.err;
-    const Outcome indexed = Vemra({"index", File("db.cfg")});
-    ASSERT_EQ(indexed.exitCode, kDone) << indexed.err;
-  }
-
-  void Append(const std::string& name, const std::string& text) const {
-    test::WriteHostFile(File(name), test::ReadHostFile(File(name)) + text);
+    Write("docs/" + name, text);
   }
 
   // The names of the documents that a query finds, best first.
-  std::vector<std::string> Find(const std::string& query,
-                                const std::vector<std::string>& more = {}) const {
-    std::vector<std::string> arguments{"search", File("db.cfg"), query, "--json"};
-    arguments.insert(arguments.end(), more.begin(), more.end());
-    const Outcome run = Vemra(arguments);
+  std::vector<std::string> Find(const std::string& query, const Arguments& more = {}) const {
+    const Outcome run = Vemra({"search", query, "--json"}, more);
     std::vector<std::string> names;
     const Json answer = Json::parse(run.out);
     for (const Json& hit : answer["hits"]) {
@@ -65,8 +34,6 @@ class ProgramTest : public ::testing::Test {
     EXPECT_EQ(run.exitCode, names.empty() ? kNothingFound : kDone) << run.err;
     return names;
   }
-
-  test::TempFolder folder_;
 };
 
 constexpr const char* kPage =
@@ -79,33 +46,18 @@ TEST_F(ProgramTest, FindsByFieldsPhrasesAndPatterns) {
   AddDocument("dog.txt", "The dog knows no cat.\n\nKnown well, the dog sleeps.");
   AddDocument("sub/latin.txt", "Ein Caf\xe9 und eine Katze");
   CreateAndIndex();
-  EXPECT_THAT(Find("cat"), ::testing::UnorderedElementsAre("page.html", "dog.txt"));
+  EXPECT_THAT(Find("cat"), UnorderedElementsAre("page.html", "dog.txt"));
   EXPECT_THAT(Find("cat NOT dog"), ElementsAre("page.html"));
   EXPECT_THAT(Find("well-known"), ElementsAre("page.html"));
   EXPECT_THAT(Find("\"the dog\" sleep*"), ElementsAre("dog.txt"));
   EXPECT_THAT(Find("\"well known\""), ElementsAre());
   EXPECT_THAT(Find("CAF\xc3\x89 Katze OR Title: mice;"),
-              ::testing::UnorderedElementsAre("latin.txt", "page.html"));
+              UnorderedElementsAre("latin.txt", "page.html"));
   EXPECT_THAT(Find("Title: cat*;"), ElementsAre("page.html"));
   EXPECT_THAT(Find("Title: cat;"), ElementsAre());
   EXPECT_THAT(Find("Author: editors; Image text: tom; Heading: caf\xc3\xa9; Link: more;"),
               ElementsAre("page.html"));
   EXPECT_THAT(Find("editors"), ElementsAre("page.html"));  // the general field holds every field
-}
-
-TEST_F(ProgramTest, FindsByOperatorsBetweenWords) {
-  AddDocument("page.html",
-              "<title>Dogs</title><p>One dog and <a href=\"x\">a black cat</a> sleep. The cat "
-              "eats.</p><p>A dog barks.</p>");
-  AddDocument("apart.txt", "A dog.  A cat.");
-  CreateAndIndex();
-  EXPECT_THAT(Find("dog /s cat"), ElementsAre("page.html"));
-  EXPECT_THAT(Find("dog /p cat"), ::testing::UnorderedElementsAre("page.html", "apart.txt"));
-  EXPECT_THAT(Find("cat /2 dog"), ElementsAre("apart.txt"));
-  EXPECT_THAT(Find("eats /1 (dog OR sleep)"), ElementsAre());
-  EXPECT_THAT(Find("dog NOT dog /s cat"), ElementsAre("apart.txt"));
-  const Outcome run = Vemra({"show", File("db.cfg"), "1", "--query", "black /5 one"});
-  EXPECT_THAT(run.out, HasSubstr("[1]One dog and a [2]black cat sleep. The cat eats."));
 }
 
 TEST_F(ProgramTest, FindsExpressions) {
@@ -125,13 +77,11 @@ TEST_F(ProgramTest, FindsExpressions) {
   EXPECT_THAT(Find("Title:= " + title), ElementsAre("long.html"));
   // They are no words: patterns and the dictionary pass over them.
   EXPECT_THAT(Find("*cat*food*"), ElementsAre());
-  EXPECT_EQ(
-      Json::parse(Vemra({"dictionary", File("db.cfg"), "", "--json"}).out)["words"][0]["word"],
-      "a");
+  EXPECT_EQ(Json::parse(Vemra({"dictionary", "", "--json"}).out)["words"][0]["word"], "a");
   const auto show = [this](const std::string& query) {
-    const Json hits = Json::parse(Vemra({"search", File("db.cfg"), query, "--json"}).out)["hits"];
+    const Json hits = Json::parse(Vemra({"search", query, "--json"}).out)["hits"];
     const std::string number = std::to_string(hits[0]["number"].get<int>());
-    return Vemra({"show", File("db.cfg"), number, "--query", query}).out;
+    return Vemra({"show", number, "--query", query}).out;
   };
   EXPECT_EQ(show("Title:= cat food;"), "Title: [1]Cat [2]food\nAuthor: A. B-C\n\ndog\n");
   const std::string shown = show("Title:= " + title);
@@ -150,12 +100,12 @@ TEST_F(ProgramTest, SortsByAField) {
                           size + "\"><p>cat</p>");
   }
   AddDocument("f.txt", "cat");
-  ASSERT_EQ(Vemra({"create", File("db.cfg"), "--folder", File("docs")}).exitCode, kDone);
-  Append("db.ini", "[FIELD9]\nNAME=Size\nFIELDRULES=AltSort,NUMFIELD\n");
-  Append("db_html.ftd",
-         "[Field9]\nTag Number=0\nAttribute Number=1\nAttribute Path 1=*<meta>\n"
-         "Attribute Name 1=size\nAdd to Attribute Field 1=0\n");
-  ASSERT_EQ(Vemra({"index", File("db.cfg")}).exitCode, kDone);
+  Create();
+  Replace("db.ini", "", "[FIELD9]\nNAME=Size\nFIELDRULES=AltSort,NUMFIELD\n");
+  Replace("db_html.ftd", "",
+          "[Field9]\nTag Number=0\nAttribute Number=1\nAttribute Path 1=*<meta>\n"
+          "Attribute Name 1=size\nAdd to Attribute Field 1=0\n");
+  ASSERT_EQ(Vemra({"index"}).exitCode, kDone);
   EXPECT_THAT(Find("cat", {"--sort", "title"}),
               ElementsAre("e.html", "b.html", "a.html", "d.html", "c.html", "f.txt"));
   EXPECT_THAT(Find("cat", {"--sort", "-Title", "--count", "3"}),
@@ -164,7 +114,7 @@ TEST_F(ProgramTest, SortsByAField) {
               ElementsAre("e.html", "d.html", "a.html", "b.html", "c.html", "f.txt"));
   EXPECT_THAT(Find("cat", {"--sort", "-SIZE"}),
               ElementsAre("b.html", "a.html", "d.html", "e.html", "c.html", "f.txt"));
-  const Outcome refused = Vemra({"search", File("db.cfg"), "cat", "--sort", "Author"});
+  const Outcome refused = Vemra({"search", "cat", "--sort", "Author"});
   EXPECT_EQ(refused.exitCode, kUsage);
   EXPECT_THAT(refused.err,
               HasSubstr("texts cannot be sorted by Author; they can by Title, Size\n"));
@@ -174,10 +124,8 @@ TEST_F(ProgramTest, PrintsItsDictionary) {
   AddDocument("a.html", "<title>Caf\xc3\xa9</title><p>A cat-like cat. <a href=\"x\">cat</a></p>");
   AddDocument("b.txt", "Cats cat cat\n\ndog");
   CreateAndIndex();
-  const auto words = [this](const std::vector<std::string>& more) {
-    std::vector<std::string> arguments{"dictionary", File("db.cfg"), "--json"};
-    arguments.insert(arguments.end(), more.begin(), more.end());
-    return Json::parse(Vemra(arguments).out)["words"].dump();
+  const auto words = [this](const Arguments& more) {
+    return Json::parse(Vemra({"dictionary", "--json"}, more).out)["words"].dump();
   };
   EXPECT_EQ(words({"CA"}),
             "[{\"occurrences\":1,\"texts\":1,\"word\":\"caf\xc3\xa9\"},"
@@ -187,17 +135,16 @@ TEST_F(ProgramTest, PrintsItsDictionary) {
   EXPECT_EQ(words({"ca", "--field", "Link"}), R"([{"occurrences":1,"texts":1,"word":"cat"}])");
   EXPECT_EQ(words({"cat", "--field", "general", "--count", "1"}),
             R"([{"occurrences":5,"texts":2,"word":"cat"}])");
-  EXPECT_EQ(words({"cu"}), "[]");
-  Outcome run = Vemra({"dictionary", File("db.cfg"), "", "--count", "2"});
+  Outcome run = Vemra({"dictionary", "", "--count", "2"});
   EXPECT_EQ(run.exitCode, kDone);
   EXPECT_EQ(
       run.out,
       "       texts      places  word\n           1           1  a\n"
       "           1           1  caf\xc3\xa9\nMore words follow; --count N prints N of them.\n");
-  run = Vemra({"dictionary", File("db.cfg"), "cu"});
+  run = Vemra({"dictionary", "cu"});
   EXPECT_EQ(run.exitCode, kNothingFound);
   EXPECT_EQ(run.err, "No word begins with cu\n");
-  run = Vemra({"dictionary", File("db.cfg"), "c", "--field", "Nope"});
+  run = Vemra({"dictionary", "c", "--field", "Nope"});
   EXPECT_EQ(run.exitCode, kUsage);
   EXPECT_THAT(run.err, HasSubstr("no field is named Nope"));
 }
@@ -206,19 +153,19 @@ TEST_F(ProgramTest, PrintsResults) {
   AddDocument("cats.html", "<title>Cats</title><p>one <b>two</b> Caf\xe9 three</p>");
   AddDocument("plain.txt", "three dogs");
   CreateAndIndex();
-  Outcome run = Vemra({"search", File("db.cfg"), "caf\xc3\xa9"});
+  Outcome run = Vemra({"search", "caf\xc3\xa9"});
   EXPECT_EQ(run.out, "1 text\n\n1. Cats  (text 1)\n   " + File("docs/cats.html") +
                          "\n   Cats one two [1]Caf\xc3\xa9 three\n");
-  run = Vemra({"search", File("db.cfg"), "three", "--count", "1", "--json"});
+  run = Vemra({"search", "three", "--count", "1", "--json"});
   const Json answer = Json::parse(run.out);
   EXPECT_EQ(answer["total"], 2);
   ASSERT_EQ(answer["hits"].size(), 1U);
   EXPECT_EQ(answer["hits"][0]["title"], "plain.txt");
   EXPECT_EQ(answer["hits"][0]["summary"].dump(),
             R"([{"hit":true,"text":"three"},{"hit":false,"text":" dogs"}])");
-  run = Vemra({"show", File("db.cfg"), "2", "--query", "dogs OR three"});
+  run = Vemra({"show", "2", "--query", "dogs OR three"});
   EXPECT_EQ(run.out, "[1]three [2]dogs\n");
-  run = Vemra({"show", File("db.cfg"), "2", "--query", "dogs", "--html"});
+  run = Vemra({"show", "2", "--query", "dogs", "--html"});
   EXPECT_THAT(run.out, HasSubstr("three <mark id=\"hit1\">dogs<"));
 }
 
@@ -227,10 +174,8 @@ TEST_F(ProgramTest, PrintsSummariesAndPages) {
   for (int i = 1; i <= 60; ++i) text += "w" + std::to_string(i) + ' ';
   AddDocument("a<b>.html", "<title>R&amp;D &lt;script></title><p>" + text + "a &lt;i> cat\"</p>");
   CreateAndIndex();
-  const auto search = [this](const std::vector<std::string>& more) {
-    std::vector<std::string> arguments{"search", File("db.cfg"), "w55 OR cat"};
-    arguments.insert(arguments.end(), more.begin(), more.end());
-    return Vemra(arguments);
+  const auto search = [this](const Arguments& more) {
+    return Vemra({"search", "w55 OR cat"}, more);
   };
   EXPECT_THAT(search({"--summary", "hits"}).out, HasSubstr("   w40 "));
   EXPECT_THAT(search({"--summary", "hits"}).out, HasSubstr(" [1]w55 "));
@@ -254,8 +199,8 @@ TEST_F(ProgramTest, SkipsWhatItCannotReadAndNumbersTheRest) {
   AddDocument("c.txt", "last");
   std::filesystem::remove(File("docs/b.txt"));
   std::filesystem::create_symlink(File("nowhere"), File("docs/b.txt"));
-  ASSERT_EQ(Vemra({"create", File("db.cfg"), "--folder", File("docs")}).exitCode, kDone);
-  const Outcome run = Vemra({"index", File("db.cfg")});
+  Create();
+  const Outcome run = Vemra({"index"});
   EXPECT_EQ(run.exitCode, kDone);
   EXPECT_THAT(run.out, HasSubstr("2 files, "));
   EXPECT_THAT(run.out, HasSubstr("\n2 words, 2 sentences, 2 paragraphs\n9 bytes"));
@@ -266,18 +211,9 @@ TEST_F(ProgramTest, SkipsWhatItCannotReadAndNumbersTheRest) {
     std::string name;
     EXPECT_EQ(dictionary.GetFileName(number, name), 1);
     const std::string word = name.ends_with("\\a.txt") ? "first" : "last";
-    const Outcome found = Vemra({"search", File("db.cfg"), word});
+    const Outcome found = Vemra({"search", word});
     EXPECT_THAT(found.out, HasSubstr("(text " + std::to_string(number) + ")")) << name;
   }
-}
-
-TEST_F(ProgramTest, IndexesAnewWhatHasChanged) {
-  AddDocument("a.txt", "old");
-  CreateAndIndex();
-  AddDocument("a.txt", "new");
-  ASSERT_EQ(Vemra({"index", File("db.cfg")}).exitCode, kDone);
-  EXPECT_THAT(Find("old"), ElementsAre());
-  EXPECT_THAT(Find("new"), ElementsAre("a.txt"));
 }
 
 TEST_F(ProgramTest, TakesFiltersByFormatAndLeavesSubfoldersOut) {
@@ -287,64 +223,54 @@ TEST_F(ProgramTest, TakesFiltersByFormatAndLeavesSubfoldersOut) {
   AddDocument("page.html", "cat");
   AddDocument("sub/notes.md", "cat");
   CreateAndIndex({"--filter", "*.md;*.HTM", "--no-subfolders"});
-  EXPECT_THAT(Find("cat"), ::testing::UnorderedElementsAre("notes.md", "page.htm"));
+  EXPECT_THAT(Find("cat"), UnorderedElementsAre("notes.md", "page.htm"));
+}
+
+struct Mistake {
+  Arguments arguments;
+  int exitCode;
+  std::string message;
+};
+
+void ExpectRefused(const std::vector<Mistake>& mistakes) {
+  for (const Mistake& mistake : mistakes) {
+    SCOPED_TRACE(mistake.message);
+    const Outcome run = RunVemra(mistake.arguments);
+    EXPECT_EQ(run.exitCode, mistake.exitCode);
+    EXPECT_THAT(run.err, HasSubstr(mistake.message));
+  }
 }
 
 TEST_F(ProgramTest, SaysWhatIsWrong) {
   AddDocument("a.txt", "cat");
-  struct Row {
-    const char* label;
-    std::vector<std::string> arguments;
-    int exitCode;
-    std::string message;
-  };
-  const std::string db = File("db.cfg");
-  const auto check = [](const std::vector<Row>& rows) {
-    for (const Row& row : rows) {
-      SCOPED_TRACE(row.label);
-      const Outcome run = Vemra(row.arguments);
-      EXPECT_EQ(run.exitCode, row.exitCode);
-      EXPECT_THAT(run.err, HasSubstr(row.message));
-    }
-  };
-  check({
-      {"no command", {}, kUsage, "subcommand"},
-      {"no such option", {"search", db, "x", "--frob"}, kUsage, "--frob"},
-      {"no database", {"search", db, "x"}, kUsage, db + ": there is no such database"},
-      {"no folder", {"create", db, "--folder", File("no")}, kUsage, "there is no such folder"},
-      {"no cfg", {"create", File("db.txt"), "--folder", "/"}, kUsage, "ends in .cfg"},
-      {"no language",
-       {"create", db, "--folder", "/", "--language", "Klingon"},
+  const std::string db = Definition();
+  ExpectRefused({
+      {{}, kUsage, "subcommand"},
+      {{"search", db, "x", "--frob"}, kUsage, "--frob"},
+      {{"search", db, "x"}, kUsage, db + ": there is no such database"},
+      {{"create", db, "--folder", File("no")}, kUsage, "there is no such folder"},
+      {{"create", File("db.txt"), "--folder", "/"}, kUsage, "ends in .cfg"},
+      {{"create", db, "--folder", "/", "--language", "Klingon"},
        kUsage,
        "no language is named Klingon; there are: Default"},
   });
-  ASSERT_EQ(Vemra({"create", db, "--folder", File("docs"), "--language", "Default"}).exitCode,
-            kDone);
-  check({
-      {"exists", {"create", db, "--folder", "/"}, kUsage, db + ": exists"},
-      {"not indexed", {"search", db, "x"}, kUsage, "db.vix"},
-  });
-  ASSERT_EQ(Vemra({"index", db}).exitCode, kDone);
-  check({
-      {"bad query", {"search", db, "cat \xc3\xa9t\xc3\xa9 (dog"}, kUsage, "\xa9 (dog\n          ^"},
-      {"no text", {"show", db, "2"}, kNothingFound, "the index holds 1"},
-  });
+  Create({"--language", "Default"});
+  ExpectRefused({{{"create", db, "--folder", "/"}, kUsage, db + ": exists"},
+                 {{"search", db, "x"}, kUsage, "db.vix"}});
+  ASSERT_EQ(Vemra({"index"}).exitCode, kDone);
+  ExpectRefused({{{"search", db, "cat \xc3\xa9t\xc3\xa9 (dog"}, kUsage, "\xa9 (dog\n          ^"},
+                 {{"show", db, "2"}, kNothingFound, "the index holds 1"}});
   {
-    CTavoFieldList fields;
-    fields.Set(0);
-    engine::IndexWriter writer(folder_.Path("db.vix"), fields);
-    check({{"locked", {"index", db}, kLocked, "being written"}});
+    const engine::IndexWriter writer(folder_.Path("db.vix"), test::ListOf({0}));
+    ExpectRefused({{{"index", db}, kLocked, "being written"}});
   }
-  const std::string definition = test::ReadHostFile(db);
-  std::string bad = definition;
-  bad.replace(bad.find("Format=Text"), 11, "Format=Word");
-  test::WriteHostFile(db, bad);
-  const auto line = std::count(bad.begin(), bad.begin() + bad.find("Format=Word"), '\n') + 1;
-  check({{"bad format", {"index", db}, kUsage, db + ":" + std::to_string(line) + ": "}});
-  test::WriteHostFile(db, definition);
-  test::WriteHostFile(File("db.vix"), std::string(9000, 'x'));
-  check({{"damaged", {"search", db, "cat"}, kDamaged, "db.vix"},
-         {"damaged", {"index", db}, kDamaged, "db.vix"}});
+  const std::string definition = Read("db.cfg");
+  const auto place = static_cast<std::ptrdiff_t>(Replace("db.cfg", "Format=Text", "Format=Word"));
+  const auto line = std::count(definition.begin(), definition.begin() + place, '\n') + 1;
+  ExpectRefused({{{"index", db}, kUsage, db + ":" + std::to_string(line) + ": "}});
+  Write("db.cfg", definition);
+  Write("db.vix", std::string(9000, 'x'));
+  ExpectRefused({{{"search", db, "cat"}, kDamaged, "db.vix"}, {{"index", db}, kDamaged, "db.vix"}});
 }
 
 TEST_F(ProgramTest, SaysWhenAPatternStandsForTooManyWords) {
@@ -352,7 +278,7 @@ TEST_F(ProgramTest, SaysWhenAPatternStandsForTooManyWords) {
   for (int i = 0; i < 300; ++i) text += "w" + std::to_string(i) + ' ';
   AddDocument("a.txt", text);
   CreateAndIndex();
-  const Outcome run = Vemra({"search", File("db.cfg"), "w*"});
+  const Outcome run = Vemra({"search", "w*"});
   EXPECT_EQ(run.exitCode, kDone);
   EXPECT_THAT(run.err, HasSubstr("w* stands for more than 200 words"));
 }
@@ -361,13 +287,9 @@ TEST_F(ProgramTest, SaysWhenAPatternStandsForTooManyWords) {
 void ExpectWholeTexts(const std::string& path) {
   engine::IndexDatabase index(path);
   const std::int64_t texts = index.CountTexts();
-  CTavoFieldList general;
-  general.Set(0);
   for (const char* word : {"first", "last"}) {
-    engine::QueryNode query;
-    query.columns = general;
-    query.terms.push_back({word, false, {word}});
-    EXPECT_EQ(engine::Search(index, query).Find(0, engine::FieldWeights()).total, texts);
+    engine::Search search(index, test::Phrase({word}, test::ListOf({0})));
+    EXPECT_EQ(search.Find(0, engine::FieldWeights()).total, texts);
   }
   EXPECT_EQ(index.GetConnection().QueryNumber("SELECT max(number) FROM texts"), texts);
   engine::Statement check(index.GetConnection(), "PRAGMA integrity_check");
@@ -384,12 +306,7 @@ std::int64_t TextsNow(const std::string& path) try {
 // Ends an indexing process with a signal as soon as its first batch is stored.
 int StopIndexing(const std::string& definition, const std::string& path, std::int64_t textsBefore,
                  int signal) {
-  const pid_t child = fork();
-  if (child == 0) {
-    std::freopen("/dev/null", "w", stdout);
-    execl(VEMRA_PROGRAM, "vemra", "index", definition.c_str(), nullptr);
-    _exit(127);
-  }
+  const pid_t child = StartIndexing(definition);
   int status = 0;
   while (waitpid(child, &status, WNOHANG) == 0) {
     const std::int64_t texts = TextsNow(path);
@@ -406,21 +323,21 @@ TEST_F(ProgramTest, LeavesWholeTextsWhenItIsEnded) {
   for (int i = 0; i < kDocuments; ++i) {
     AddDocument(std::to_string(i) + ".txt", "first " + std::to_string(i) + " middle last");
   }
-  const std::string db = File("db.cfg");
+  const std::string db = Definition();
   const std::string index = folder_.Path("db.vix");
-  ASSERT_EQ(Vemra({"create", db, "--folder", File("docs")}).exitCode, kDone);
+  Create();
   int status = StopIndexing(db, index, 0, SIGKILL);
   EXPECT_TRUE(WIFSIGNALED(status)) << "it was done before it could be ended";
   ExpectWholeTexts(index);
   EXPECT_LT(TextsNow(index), kDocuments);
   // Else it would be waited for until it expires.
-  EXPECT_EQ(Vemra({"access", db, "--release", "--yes"}).exitCode, kDone);
+  EXPECT_EQ(Vemra({"access", "--release", "--yes"}).exitCode, kDone);
 
   status = StopIndexing(db, index, TextsNow(index), SIGINT);
   ASSERT_TRUE(WIFEXITED(status));
   ExpectWholeTexts(index);
 
-  ASSERT_EQ(Vemra({"index", db}).exitCode, kDone);
+  ASSERT_EQ(Vemra({"index"}).exitCode, kDone);
   EXPECT_EQ(TextsNow(index), kDocuments);
   StopIndexing(db, index, kDocuments, SIGKILL);
   ExpectWholeTexts(index);

@@ -1,33 +1,20 @@
 #include <gtest/gtest.h>
 
-#include <nlohmann/json.hpp>
-
-#include "programs/commands/ExitCode.h"
 #include "tests/programs/commands/RunVemra.h"
 
 namespace vemra::commands {
 namespace {
 
-using Json = nlohmann::json;
-
-class RegistryCommandTest : public testing::Test {
+class RegistryCommandTest : public VemraTest {
  protected:
-  static void SetUpTestSuite() { UseOwnRegistry(); }
   void TearDown() override { Registry({"delete", "Test", "--all"}); }
 
-  static Outcome Registry(std::vector<std::string> arguments) {
-    arguments.insert(arguments.begin(), "registry");
-    return RunVemra(std::move(arguments));
-  }
-
-  std::string File(const std::string& name) const { return (folder_.Host() / name).string(); }
-
-  test::TempFolder folder_;
+  static Outcome Registry(const Arguments& arguments) { return RunVemra({"registry"}, arguments); }
 };
 
 TEST_F(RegistryCommandTest, StoresAndShowsEveryType) {
   const struct {
-    std::vector<std::string> value;  // and options
+    Arguments value;  // and options
     int exitCode;
     std::string shown;
   } kRows[] = {
@@ -46,9 +33,7 @@ TEST_F(RegistryCommandTest, StoresAndShowsEveryType) {
   };
   for (const auto& row : kRows) {
     SCOPED_TRACE(row.value[0]);
-    std::vector<std::string> arguments{"set", "Test\\Sub", "v"};
-    arguments.insert(arguments.end(), row.value.begin(), row.value.end());
-    const Outcome set = Registry(arguments);
+    const Outcome set = RunVemra({"registry", "set", "Test\\Sub", "v"}, row.value);
     EXPECT_EQ(set.exitCode, row.exitCode) << set.err;
     EXPECT_EQ(Registry({"get", "test\\SUB", "V"}).out, row.shown + "\n");
   }
@@ -80,24 +65,23 @@ TEST_F(RegistryCommandTest, ListsAndDeletes) {
 TEST_F(RegistryCommandTest, ImportsWholeFilesOnly) {
   const std::string file = File("settings.reg");
   const std::string head = "REGEDIT4\n[HKEY_LOCAL_MACHINE\\SOFTWARE\\TAVO\\Test]\n";
-  test::WriteHostFile(file, head + "\"a\"=\"1\"\n\"\xe4\"=dword:2\n");
+  Write("settings.reg", head + "\"a\"=\"1\"\n\"\xe4\"=dword:2\n");
   ASSERT_EQ(Registry({"import", file}).exitCode, kDone);
   const Outcome refused = Registry({"export", File("out.reg"), "Test"});
   EXPECT_EQ(refused.exitCode, kUsage);  // not UTF-8
   EXPECT_NE(refused.err.find("--ansi"), std::string::npos) << refused.err;
   ASSERT_EQ(Registry({"export", File("out.reg"), "Test", "--ansi"}).exitCode, kDone);
 
-  test::WriteHostFile(file, head + "\"a\"=\"2\"\n\"b\"=\"\n");
+  Write("settings.reg", head + "\"a\"=\"2\"\n\"b\"=\"\n");
   const Outcome wrong = Registry({"import", file});
   EXPECT_EQ(wrong.exitCode, kUsage);
   EXPECT_NE(wrong.err.find(file + ":4: "), std::string::npos) << wrong.err;
   EXPECT_EQ(Registry({"get", "Test", "a"}).out, "1\n");
 
-  test::WriteHostFile(file,
-                      head + "\"a\"=-\n\"none\"=-\n[-HKEY_LOCAL_MACHINE\\SOFTWARE\\TAVO\\Tes]\n");
+  Write("settings.reg", head + "\"a\"=-\n\"none\"=-\n[-HKEY_LOCAL_MACHINE\\SOFTWARE\\TAVO\\Tes]\n");
   ASSERT_EQ(Registry({"import", file}).exitCode, kDone);
   EXPECT_EQ(Registry({"get", "Test", "a"}).exitCode, kNothingFound);
-  test::WriteHostFile(file, "REGEDIT4\n[-HKEY_LOCAL_MACHINE\\SOFTWARE\\TAVO\\Test]\n");
+  Write("settings.reg", "REGEDIT4\n[-HKEY_LOCAL_MACHINE\\SOFTWARE\\TAVO\\Test]\n");
   ASSERT_EQ(Registry({"import", file}).exitCode, kDone);
   EXPECT_EQ(Registry({"list", "Test"}).exitCode, kNothingFound);
   ASSERT_EQ(Registry({"import", File("out.reg")}).exitCode, kDone);

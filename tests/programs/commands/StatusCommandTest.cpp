@@ -2,10 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <nlohmann/json.hpp>
 
-#include "programs/commands/ExitCode.h"
-#include "tests/TempFolder.h"
 #include "tests/TimeZone.h"
 #include "tests/programs/commands/RunVemra.h"
 
@@ -13,31 +10,16 @@ namespace vemra::commands {
 namespace {
 
 using ::testing::HasSubstr;
-using Json = nlohmann::json;
 
-class StatusCommandTest : public ::testing::Test {
+class StatusCommandTest : public VemraTest {
  protected:
-  static void SetUpTestSuite() { UseOwnRegistry(); }
-
   void SetUp() override {
-    std::filesystem::create_directory(folder_.Host() / "docs");
-    test::WriteHostFile(folder_.Host() / "docs" / "a.txt", "cat");
-    ASSERT_EQ(RunVemra({"create", File("db.cfg"), "--folder", File("docs")}).exitCode, kDone);
+    Write("docs/a.txt", "cat");
+    Create();
   }
-
-  std::string File(const std::string& name) const { return (folder_.Host() / name).string(); }
-  Outcome Status() const { return RunVemra({"status", File("db.cfg")}); }
-  Json JsonStatus() const {
-    return Json::parse(RunVemra({"status", File("db.cfg"), "--json"}).out);
-  }
-
-  void Change(const std::string& from, const std::string& to) const {
-    std::string bytes = test::ReadHostFile(File("db.cfg"));
-    ASSERT_NE(bytes.find(from), std::string::npos);
-    test::WriteHostFile(File("db.cfg"), bytes.replace(bytes.find(from), from.size(), to));
-  }
-
-  test::TempFolder folder_;
+  Outcome Status() const { return Vemra({"status"}); }
+  Json JsonStatus() const { return Json::parse(Vemra({"status", "--json"}).out); }
+  void Change(const std::string& from, const std::string& to) const { Replace("db.cfg", from, to); }
 };
 
 TEST_F(StatusCommandTest, ShowsADatabaseThatWasNeverIndexed) {
@@ -48,14 +30,14 @@ TEST_F(StatusCommandTest, ShowsADatabaseThatWasNeverIndexed) {
   EXPECT_THAT(run.out, HasSubstr("missing  " + File("db.vix") + "\n"));
   const Json status = JsonStatus();
   EXPECT_EQ(status["loadable"], false);
-  EXPECT_TRUE(status["texts"].is_null());
-  EXPECT_TRUE(status["indexBytes"].is_null());
   EXPECT_EQ(status["lastUpdate"].dump(), R"({"ok":true,"time":null})");
-  EXPECT_TRUE(status["indexFault"].is_null());
+  for (const char* key : {"texts", "indexBytes", "indexFault"}) {
+    EXPECT_TRUE(status[key].is_null()) << key;
+  }
 }
 
 TEST_F(StatusCommandTest, ShowsWhatAnUpdateLeft) {
-  ASSERT_EQ(RunVemra({"index", File("db.cfg")}).exitCode, kDone);
+  ASSERT_EQ(Vemra({"index"}).exitCode, kDone);
   const Json status = JsonStatus();
   EXPECT_EQ(status["database"], "db");
   EXPECT_EQ(status["language"]["name"], "Western");
@@ -94,7 +76,7 @@ TEST_F(StatusCommandTest, TellsTimesInLocalTimeToPeopleAndInUtcToPrograms) {
 TEST_F(StatusCommandTest, ServesADatabaseInPieces) {
   Change("Language=Western", "Language=Klingon");
   std::filesystem::remove(File("db.ini"));
-  test::WriteHostFile(File("db.vix"), std::string(9000, 'x'));
+  Write("db.vix", std::string(9000, 'x'));
   const Outcome run = Status();
   EXPECT_EQ(run.exitCode, kDone) << run.err;
   EXPECT_THAT(run.out, HasSubstr("Klingon (not registered on this computer)"));
