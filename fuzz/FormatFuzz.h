@@ -7,6 +7,7 @@
 #include "Support/text/HighlightSearch.h"
 #include "fuzz/FuzzInput.h"
 #include "fuzz/SafePage.h"
+#include "programs/formats/FormatParser.h"
 #include "programs/formats/HitStyle.h"
 #include "programs/formats/Purposes.h"
 #include "tests/programs/formats/Recording.h"

@@ -9,6 +9,7 @@
 #include "Support/text/Output.h"
 #include "Support/text/Section.h"
 #include "Support/text/THWrapper.h"
+#include "programs/formats/CodePage.h"
 #include "programs/formats/HitStyle.h"
 #include "programs/formats/MarkedSection.h"
 

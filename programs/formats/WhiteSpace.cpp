@@ -23,12 +23,6 @@ std::string_view TrimEnd(std::string_view text) {
   return text;
 }
 
-bool EqualsNoCase(std::string_view text, std::string_view name) {
-  return text.size() == name.size() &&
-         std::equal(text.begin(), text.end(), name.begin(),
-                    [](char a, char b) { return ToAsciiLower(a) == b; });
-}
-
 std::size_t FindNoCase(std::string_view text, std::string_view name, std::size_t from) {
   for (; from + name.size() <= text.size(); ++from) {
     if (EqualsNoCase(text.substr(from, name.size()), name)) return from;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <string>
@@ -21,7 +22,11 @@ std::string_view TrimStart(std::string_view text);
 std::string_view TrimEnd(std::string_view text);
 
 // name is in lower case.
-bool EqualsNoCase(std::string_view text, std::string_view name);
+inline bool EqualsNoCase(std::string_view text, std::string_view name) {
+  return text.size() == name.size() &&
+         std::equal(text.begin(), text.end(), name.begin(),
+                    [](char a, char b) { return ToAsciiLower(a) == b; });
+}
 std::size_t FindNoCase(std::string_view text, std::string_view name, std::size_t from);
 
 // Makes a blank of every control character but tab, line feed, form feed and carriage return.

@@ -109,6 +109,8 @@ TEST_F(CheckCommandTest, ReportsEachFaultWithItsLine) {
       {"db.cfg", "TempFolder=Z:", "TempFolder=Q:", "maps nowhere"},
       {"db.cfg", "Count=0", "Count=1\r\nPath1=" + docs, "no \"URL1\"; the pair is skipped",
        "Count=1"},
+      {"db.cfg", "Unit=0\r\nMask=0\r\nTime=0", "Unit=2\r\nMask=1\r\nTime=2764800",
+       "from 0 to 2764799", "Time="},
       {"db.idx", "File Types=2", "File Types=3", "only 2 lines"},
       {"db.idx", "HTML,", "Html,", "the nearest is \"HTML\"", "", 4},
       {"db.idx", "D,Z", "d,Z", "is no item and is skipped", "", 2},

@@ -4,6 +4,7 @@
 
 #include "programs/engine/EngineError.h"
 #include "programs/engine/Search.h"
+#include "programs/engine/Sqlite.h"
 #include "tests/TempFolder.h"
 #include "tests/programs/engine/Queries.h"
 
@@ -57,6 +58,25 @@ TEST(IndexWriter, KeepsTheOldIndexUntilTheFirstBatchIsStored) {
   EXPECT_EQ(Count(path, "new"), 2);
   EXPECT_EQ(Count(path, "lost"), 0);
   EXPECT_EQ(IndexDatabase(path).CountTexts(), 2);
+}
+
+// Stores texts in so many batches, and gives the blocks that the full-text index has then.
+std::int64_t BlocksOf(const test::TempFolder& folder, int batches) {
+  const std::string path = folder.Path("a.vix");
+  IndexWriter writer(path, kGeneral);
+  for (int i = 0; i < batches; ++i) {
+    AddTexts(writer, 1, "word");
+    writer.Commit();
+  }
+  writer.Finish();
+  EXPECT_EQ(Count(path, "word"), batches);
+  Connection connection((folder.Host() / "a.vix").string(), /*create=*/false);
+  return connection.QueryNumber("SELECT count(*) FROM words_data");
+}
+
+TEST(IndexWriter, MergesAnIndexOfManyParts) {
+  const test::TempFolder folder;
+  EXPECT_LT(BlocksOf(folder, 30), BlocksOf(folder, 3));
 }
 
 TEST(IndexWriter, GivesTheNumberOfAnUnfinishedTextAgain) {
