@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <vector>
-
 namespace vemra {
 namespace {
 
@@ -20,38 +18,6 @@ TEST(StringsTest, StripsOnlyAPairOfQuotes) {
   for (const char* same : {"", "\"", "\"a", "a\"", "'a'"}) EXPECT_EQ(StripQuotes(same, '"'), same);
   EXPECT_EQ(StripQuotes("\"\"", '"'), "");
   EXPECT_EQ(StripQuotes("\"\"a\"\"", '"'), "\"a\"");
-}
-
-TEST(StringsTest, ReadsTheItemsOfAList) {
-  struct Row {
-    const char* list;
-    std::vector<std::string> items;  // up to the end, or to the first call that does not move
-    const char* left;
-  };
-  const Row rows[] = {
-      {"\"My Type\",b", {"My Type", "b"}, ""},
-      {"\"a,b\"c,d", {"a,b", "c", "d"}, ""},
-      {"\"never closed,b", {}, "\"never closed,b"},
-      {"a,,b", {"a", "b"}, ""},
-      {"a,,,b", {"a", "", "b"}, ""},
-      {"\"a\",,b", {"a", "", "b"}, ""},
-      {" a , b", {" a ", " b"}, ""},
-      {"a,", {"a"}, ""},
-      {"\"\"", {""}, ""},
-  };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.list);
-    const char* text = row.list;
-    std::vector<std::string> items;
-    while (*text != '\0') {
-      const char* const before = text;
-      const std::string item = ReadFileName(text);
-      if (text == before) break;
-      items.push_back(item);
-    }
-    EXPECT_EQ(items, row.items);
-    EXPECT_STREQ(text, row.left);
-  }
 }
 
 TEST(StringsTest, FindsFromTheEnd) {
@@ -75,25 +41,21 @@ TEST(StringsTest, TruncatesAndReplaces) {
 }
 
 TEST(StringsTest, FoldsRunsOfWhiteSpace) {
-  struct Row {
+  const struct {
     const char* source;
     int n;
     const char* result;
-  };
-  const Row rows[] = {
-      {"  a \t b  ", 100, " a b "},
-      {"  a \t b  ", 3, " a "},
-      {"\v\f\r\n", 9, " "},
-      {"a\xA0\xA0z", 9, "a\xA0\xA0z"},
-      {"abc", 0, "old"},
-      {"abc", -1, "old"},
-      {"", 5, ""},
-  };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.source);
+  } kRows[] = {{"  a \t b  ", 100, " a b "},
+               {"  a \t b  ", 3, " a "},
+               {"\v\f\r\n", 9, " "},
+               {"a\xA0\xA0z", 9, "a\xA0\xA0z"},
+               {"abc", 0, "old"},
+               {"abc", -1, "old"},
+               {"", 5, ""}};
+  for (const auto& row : kRows) {
     std::string dest = "old";
     SmartStrncopy(dest, row.source, row.n);
-    EXPECT_EQ(dest, row.result);
+    EXPECT_EQ(dest, row.result) << row.source << " by " << row.n;
   }
 }
 

@@ -4,7 +4,7 @@
 
 #include <cstring>
 #include <functional>
-#include <vector>
+#include <map>
 
 #include "tests/DdeManagers.h"
 
@@ -17,70 +17,44 @@ using test::TestDdeManager;
 struct Party {
   std::uint32_t instance = 0;
   bool logsNames = false;  // that come and go
-  std::vector<std::string> log;
-  std::function<DDEData(std::uint32_t type, std::uint32_t format, DDEString topic, DDEString item,
-                        DDEData data)>
+  std::string log;         // each call with a semicolon behind it
+  std::function<DDEData(std::uint32_t type, std::uint32_t format, DDEString item, DDEData data)>
       answer;
 };
 Party server;
 Party client;
 TestDdeManager* dde = nullptr;
 
-std::string NameOf(std::uint32_t type) {
-  switch (type) {
-    case kDDEConnect:
-      return "connect";
-    case kDDEConnectConfirm:
-      return "confirm";
-    case kDDEWildConnect:
-      return "wild";
-    case kDDERequest:
-      return "request";
-    case kDDEPoke:
-      return "poke";
-    case kDDEExecute:
-      return "execute";
-    case kDDEAdviseStart:
-      return "start";
-    case kDDEAdviseStop:
-      return "stop";
-    case kDDEAdviseRequest:
-      return "need";
-    case kDDEAdviseData:
-      return "changed";
-    case kDDEDisconnect:
-      return "disconnect";
-    case kDDERegister:
-      return "register";
-    case kDDEUnregister:
-      return "unregister";
-    default:
-      return std::to_string(type);
-  }
-}
+const std::map<std::uint32_t, std::string> kNames = {
+    {kDDEConnect, "connect"},
+    {kDDEConnectConfirm, "confirm"},
+    {kDDEWildConnect, "wild"},
+    {kDDERequest, "request"},
+    {kDDEPoke, "poke"},
+    {kDDEExecute, "execute"},
+    {kDDEAdviseStart, "start"},
+    {kDDEAdviseStop, "stop"},
+    {kDDEAdviseRequest, "need"},
+    {kDDEAdviseData, "changed"},
+    {kDDEDisconnect, "disconnect"},
+    {kDDERegister, "register"},
+    {kDDEUnregister, "unregister"},
+};
 
-DDEData Answer(Party& party, std::uint32_t type, std::uint32_t format, DDEString a, DDEString b,
-               DDEData data, std::uintptr_t sameInstance) {
+template <Party& party>
+DDEData Callback(std::uint32_t type, std::uint32_t format, DDEConversation /*conversation*/,
+                 DDEString a, DDEString b, DDEData data, std::uintptr_t /*value1*/,
+                 std::uintptr_t sameInstance) {
   if (!party.logsNames && (type == kDDERegister || type == kDDEUnregister)) return DDEData::kNone;
-  std::string line = NameOf(type);
+  party.log += kNames.at(type);
   if (type != kDDEDisconnect) {
-    line += ' ' + dde->Text(party.instance, a) + '|' + dde->Text(party.instance, b);
-    if (format != 0) line += ' ' + std::to_string(format & 0xFFFF);
+    party.log += ' ' + dde->Text(party.instance, a) + '|' + dde->Text(party.instance, b);
+    if (format != 0) party.log += ' ' + std::to_string(format & 0xFFFF);
   }
-  if (sameInstance != 0) line += " self";
-  if (data != DDEData::kNone) line += ' ' + std::string(dde->Bytes(data).c_str());
-  party.log.push_back(line);
-  return party.answer ? party.answer(type, format, a, b, data) : DDEData::kNone;
-}
-DDEData ServerCallback(std::uint32_t type, std::uint32_t format, DDEConversation /*conversation*/,
-                       DDEString a, DDEString b, DDEData data, std::uintptr_t /*value1*/,
-                       std::uintptr_t value2) {
-  return Answer(server, type, format, a, b, data, value2);
-}
-DDEData ClientCallback(std::uint32_t type, std::uint32_t format, DDEConversation /*conversation*/,
-                       DDEString a, DDEString b, DDEData data, std::uintptr_t /*value1*/,
-                       std::uintptr_t value2) {
-  return Answer(client, type, format, a, b, data, value2);
+  if (sameInstance != 0) party.log += " self";
+  if (data != DDEData::kNone) party.log += ' ' + std::string(dde->Bytes(data).c_str());
+  party.log += ';';
+  return party.answer ? party.answer(type, format, b, data) : DDEData::kNone;
 }
 
 class DdeTest : public testing::TestWithParam<TestDdeManager::Kind> {
@@ -89,17 +63,11 @@ class DdeTest : public testing::TestWithParam<TestDdeManager::Kind> {
     dde = &dde_;
     server = {};
     client = {};
-    EXPECT_EQ(dde_->Initialize(&server.instance, ServerCallback, 0), kDDENoError);
-    EXPECT_EQ(dde_->Initialize(&client.instance, ClientCallback, kDDEClientOnly), kDDENoError);
-    service_ = dde_->CreateStringHandle(server.instance, "Library");
-    topic_ = dde_->CreateStringHandle(client.instance, "Manuals");
-    item_ = dde_->CreateStringHandle(client.instance, "Texts");
-    server.answer = [this](std::uint32_t type, std::uint32_t format, DDEString, DDEString item,
-                           DDEData data) { return Serve(type, format, item, data); };
+    Begin(0, kDDEClientOnly);
+    server.answer = [this](auto... asked) { return Serve(asked...); };
   }
   ~DdeTest() override {
-    dde_->Uninitialize(client.instance);
-    dde_->Uninitialize(server.instance);
+    End();
     dde_.Settle();
     if (dde_.IsInProcess()) {
       EXPECT_EQ(dde_.InProcess().GetStringCount(), 0U);
@@ -108,6 +76,17 @@ class DdeTest : public testing::TestWithParam<TestDdeManager::Kind> {
     }
   }
 
+  void Begin(std::uint32_t serverFlags, std::uint32_t clientFlags) {
+    EXPECT_EQ(dde_->Initialize(&server.instance, Callback<server>, serverFlags), kDDENoError);
+    EXPECT_EQ(dde_->Initialize(&client.instance, Callback<client>, clientFlags), kDDENoError);
+    service_ = dde_->CreateStringHandle(server.instance, "Library");
+    topic_ = dde_->CreateStringHandle(client.instance, "Manuals");
+    item_ = dde_->CreateStringHandle(client.instance, "Texts");
+  }
+  void End() {
+    dde_->Uninitialize(client.instance);
+    dde_->Uninitialize(server.instance);
+  }
   // The server: one text, which can be had as format 1, poked and set by a command.
   DDEData Serve(std::uint32_t type, std::uint32_t format, DDEString item, DDEData data) {
     switch (type) {
@@ -204,7 +183,7 @@ TEST_P(DdeTest, AServiceNameIsTakenOnceByAnInstance) {
     EXPECT_EQ(dde_->GetLastError(client.instance), kDDENoError);
   }
   std::uint32_t other = 0;
-  ASSERT_EQ(dde_->Initialize(&other, ClientCallback, 0), kDDENoError);
+  ASSERT_EQ(dde_->Initialize(&other, Callback<client>, 0), kDDENoError);
   EXPECT_TRUE(dde_->RegisterName(other, own)) << "servers may have a name in common";
   EXPECT_TRUE(dde_->Uninitialize(other));
   EXPECT_TRUE(dde_->UnregisterName(server.instance, service_));
@@ -234,15 +213,12 @@ TEST_P(DdeTest, AConversation) {
   EXPECT_TRUE(dde_->Disconnect(conversation));
   dde_.Settle();
   EXPECT_NE(Do(conversation, kDDERequest), "516");
-  EXPECT_EQ(
-      server.log,
-      (std::vector<std::string>{
-          "connect Manuals|Library", "confirm Manuals|Library", "request Manuals|Texts 1",
-          "request Manuals|Texts 2", "poke Manuals|Texts 1 513", "request Manuals|Texts 1",
-          "execute Manuals|- 514", "start Manuals|Texts 49443", "start Manuals|Texts 1",
-          "need Manuals|Texts 1", "need Manuals|Texts 1", "stop Manuals|Texts 1", "disconnect"}));
-  EXPECT_EQ(client.log, (std::vector<std::string>{"changed Manuals|Texts 1 515",
-                                                  "changed Manuals|Texts 1 516"}));
+  EXPECT_EQ(server.log,
+            "connect Manuals|Library;confirm Manuals|Library;request Manuals|Texts 1;"
+            "request Manuals|Texts 2;poke Manuals|Texts 1 513;request Manuals|Texts 1;"
+            "execute Manuals|- 514;start Manuals|Texts 49443;start Manuals|Texts 1;"
+            "need Manuals|Texts 1;need Manuals|Texts 1;stop Manuals|Texts 1;disconnect;");
+  EXPECT_EQ(client.log, "changed Manuals|Texts 1 515;changed Manuals|Texts 1 516;");
 }
 
 TEST_P(DdeTest, WildConnectsTakeTheFirstPair) {
@@ -250,7 +226,7 @@ TEST_P(DdeTest, WildConnectsTakeTheFirstPair) {
   const struct {
     DDEString service;
     DDEString topic;
-    const char* asked;
+    std::string asked;
   } kRows[] = {{DDEString::kNone, DDEString::kNone, "wild -|-"},
                {service_, DDEString::kNone, "wild -|Library"},
                {DDEString::kNone, topic_, "wild Manuals|-"}};
@@ -258,7 +234,7 @@ TEST_P(DdeTest, WildConnectsTakeTheFirstPair) {
     SCOPED_TRACE(row.asked);
     server.log.clear();
     const DDEConversation conversation = Connect(row.service, row.topic);
-    EXPECT_EQ(server.log, (std::vector<std::string>{row.asked, "confirm Manuals|Library"}));
+    EXPECT_EQ(server.log, row.asked + ";confirm Manuals|Library;");
     EXPECT_EQ(Do(conversation, kDDERequest), "512");
     EXPECT_TRUE(dde_->Disconnect(conversation));
     dde_.Settle();
@@ -274,8 +250,7 @@ TEST_P(DdeTest, TheTwoSidesOfOneInstanceKnowIt) {
   ASSERT_TRUE(dde_->QueryConversation(self, &state));
   EXPECT_TRUE(state.connected);
   EXPECT_TRUE(state.sameInstance);
-  EXPECT_EQ(server.log, (std::vector<std::string>{"connect Manuals|Library self",
-                                                  "confirm Manuals|Library self"}));
+  EXPECT_EQ(server.log, "connect Manuals|Library self;confirm Manuals|Library self;");
   ASSERT_TRUE(dde_->QueryConversation(other, &state));
   EXPECT_FALSE(state.sameInstance);
 }
@@ -299,25 +274,22 @@ TEST_P(InProcessDdeTest, FlagsKeepTransactionsAway) {
     DDEFlags flag;
     DDETransaction type;
     const char* asked;
-  } kRows[] = {{kDDEFailRequests, kDDERequest, "request Manuals|Texts 1"},
-               {kDDEFailPokes, kDDEPoke, "poke Manuals|Texts 1 x"},
-               {kDDEFailExecutes, kDDEExecute, "execute Manuals|- x"},
-               {kDDEFailAdvises, kDDEAdviseStart, "start Manuals|Texts 1"}};
+  } kRows[] = {{kDDEFailRequests, kDDERequest, "request Manuals|Texts 1;"},
+               {kDDEFailPokes, kDDEPoke, "poke Manuals|Texts 1 x;"},
+               {kDDEFailExecutes, kDDEExecute, "execute Manuals|- x;"},
+               {kDDEFailAdvises, kDDEAdviseStart, "start Manuals|Texts 1;"}};
   for (const auto& row : kRows) {
     SCOPED_TRACE(row.asked);
     for (const bool flagged : {true, false}) {
-      dde_->Uninitialize(server.instance);
-      dde_->Initialize(&server.instance, ServerCallback, flagged ? std::uint32_t{row.flag} : 0);
-      service_ = dde_->CreateStringHandle(server.instance, "Library");
-      server.log.clear();
+      End();
+      Begin(flagged ? std::uint32_t{row.flag} : 0, 0);
       const DDEConversation conversation = Connect();
       EXPECT_EQ(Do(conversation, row.type, "x") == kNotProcessed, flagged);
-      EXPECT_EQ(server.log.back() == row.asked, !flagged);
+      EXPECT_EQ(server.log.ends_with(row.asked), !flagged);
     }
   }
-  dde_->Uninitialize(server.instance);
-  dde_->Initialize(&server.instance, ServerCallback, kDDEFailConnections | kDDESkipRegistrations);
-  service_ = dde_->CreateStringHandle(server.instance, "Library");
+  End();
+  Begin(kDDEFailConnections | kDDESkipRegistrations, 0);
   EXPECT_EQ(Connect(), DDEConversation::kNone);
   EXPECT_EQ(Connect(DDEString::kNone, topic_), DDEConversation::kNone);
 }
@@ -329,8 +301,8 @@ TEST_P(InProcessDdeTest, BothSidesAreToldOfTheEnd) {
   EXPECT_TRUE(dde_->Disconnect(first));
   EXPECT_TRUE(dde_->Uninitialize(server.instance));
   EXPECT_EQ(Do(second, kDDERequest), std::to_string(kDDEErrorNoConversation));
-  EXPECT_EQ(client.log, std::vector<std::string>{"disconnect"});
-  EXPECT_TRUE(server.log.empty()) << "it is gone";
+  EXPECT_EQ(client.log, "disconnect;");
+  EXPECT_EQ(server.log, "") << "it is gone";
   EXPECT_FALSE(dde_->Disconnect(second)) << "it ended with the telling";
 }
 
@@ -343,11 +315,11 @@ TEST_P(InProcessDdeTest, AChangeGoesToEachLoopOnce) {
   const struct {
     DDEString topic;
     DDEString item;
-    std::vector<std::string> log;
-  } kRows[] = {{topic_, item_, {"changed Manuals|Texts 1 512"}},
-               {other, {}, {"changed Archive|Texts 1 512"}},
-               {{}, {}, {"changed Manuals|Texts 1 512", "changed Archive|Texts 1 512"}},
-               {topic_, topic_, {}}};
+    const char* log;
+  } kRows[] = {{topic_, item_, "changed Manuals|Texts 1 512;"},
+               {other, {}, "changed Archive|Texts 1 512;"},
+               {{}, {}, "changed Manuals|Texts 1 512;changed Archive|Texts 1 512;"},
+               {topic_, topic_, ""}};
   for (const auto& row : kRows) {
     client.log.clear();
     EXPECT_TRUE(dde_->PostAdvise(server.instance, row.topic, row.item));
@@ -371,14 +343,14 @@ TEST_P(InProcessDdeTest, EverybodyIsToldOfServiceNames) {
   EXPECT_TRUE(dde_->Uninitialize(server.instance));
   dde_.Settle();
   EXPECT_EQ(client.log,
-            (std::vector<std::string>{"register Library|Library", "unregister Library|Library",
-                                      "register Library|Library", "unregister Library|Library"}));
+            "register Library|Library;unregister Library|Library;"
+            "register Library|Library;unregister Library|Library;");
 }
 
 TEST_P(InProcessDdeTest, AWildAnswerIsReadWithinItsSize) {
   Connect();
   for (const std::uint32_t size : {0U, 8U, 15U, 16U, 40U}) {
-    server.answer = [&](std::uint32_t type, std::uint32_t, DDEString, DDEString, DDEData) {
+    server.answer = [&](std::uint32_t type, std::uint32_t, DDEString, DDEData) {
       const DDEStringPair pairs[] = {{service_, topic_}, {service_, item_}, {}};
       return type != kDDEWildConnect
                  ? DDEData::kNone
@@ -391,7 +363,7 @@ TEST_P(InProcessDdeTest, AWildAnswerIsReadWithinItsSize) {
 TEST_P(InProcessDdeTest, OneTransactionAtATime) {
   const DDEConversation conversation = Connect();
   std::string inner;
-  server.answer = [&](std::uint32_t, std::uint32_t, DDEString, DDEString, DDEData) {
+  server.answer = [&](auto...) {
     inner = Do(conversation, kDDERequest);
     return kDDEBusy;
   };
@@ -406,17 +378,11 @@ TEST_P(InProcessDdeTest, ACallbackMayEndEverything) {
                                    kDDEAdviseStart, kDDEAdviseRequest};
   for (const DDETransaction ending : kTypes) {
     for (Party* const ended : {&server, &client}) {
-      SCOPED_TRACE(NameOf(ending) + (ended == &server ? " server" : " client"));
-      dde_->Uninitialize(server.instance);
-      dde_->Uninitialize(client.instance);
-      dde_->Initialize(&server.instance, ServerCallback, 0);
-      dde_->Initialize(&client.instance, ClientCallback, 0);
-      service_ = dde_->CreateStringHandle(server.instance, "Library");
-      topic_ = dde_->CreateStringHandle(client.instance, "Manuals");
-      item_ = dde_->CreateStringHandle(client.instance, "Texts");
-      server.answer = [&](std::uint32_t type, std::uint32_t format, DDEString, DDEString item,
-                          DDEData data) {
-        const DDEData answer = Serve(type, format, item, data);
+      SCOPED_TRACE(kNames.at(ending) + (ended == &server ? " server" : " client"));
+      End();
+      Begin(0, 0);
+      server.answer = [&](std::uint32_t type, auto... asked) {
+        const DDEData answer = Serve(type, asked...);
         if (type == ending) {
           EXPECT_TRUE(dde_->Uninitialize(ended->instance));
         }

@@ -1,9 +1,7 @@
 #include <gtest/gtest.h>
 #include <signal.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
-#include <cstdlib>
 #include <iterator>
 #include <random>
 #include <set>
@@ -12,25 +10,10 @@
 
 #include "Support/platform/PrivateProfile.h"
 #include "tests/TempFolder.h"
+#include "tests/posix/Processes.h"
 
 namespace vemra::test {
 namespace {
-
-// How much is done: little in the ordinary tests, much in a soak.
-int Count(const char* variable, int ordinary) {
-  const char* const value = std::getenv(variable);
-  return value == nullptr ? ordinary : std::atoi(value);
-}
-
-template <typename Work>
-pid_t Start(Work work) {
-  const pid_t process = ::fork();
-  if (process == 0) {
-    work();
-    ::_exit(0);
-  }
-  return process;
-}
 
 std::size_t FileCount(const TempFolder& folder) {
   return std::size_t(std::distance(std::filesystem::directory_iterator(folder.Host()), {}));
@@ -50,11 +33,7 @@ TEST(ProfileProcessTest, ProcessesThatWriteOneFileLoseNothing) {
       }
     }));
   }
-  for (const pid_t writer : writers) {
-    int status = -1;
-    ASSERT_EQ(::waitpid(writer, &status, 0), writer);
-    EXPECT_EQ(status, 0);
-  }
+  for (const pid_t writer : writers) EXPECT_EQ(Wait(writer), 0);
   const std::vector<std::string> keys = platform::ReadProfileKeys("A", path);
   EXPECT_EQ(keys.size(), std::size_t(kProcesses * writes));
   for (const std::string& key : keys)
@@ -98,9 +77,7 @@ TEST(ProfileProcessTest, AWriterKilledAtAnyMomentLeavesTheOldOrTheNewFile) {
     ::usleep(random() % 6000);
     ExpectOneGeneration(folder, round);  // while the writer is at work
     ::kill(writer, SIGKILL);
-    int status = 0;
-    ::waitpid(writer, &status, 0);
-    ASSERT_TRUE(WIFSIGNALED(status)) << "the writer failed in round " << round;
+    ASSERT_TRUE(WIFSIGNALED(Wait(writer))) << "the writer failed in round " << round;
     ExpectOneGeneration(folder, round);
     if (FileCount(folder) == 2) ++leftStaging;
   }

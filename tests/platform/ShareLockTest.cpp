@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 #include <signal.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <system_error>
@@ -8,6 +7,7 @@
 #include "Support/foundation/File.h"
 #include "Support/platform/Errors.h"
 #include "tests/TempFolder.h"
+#include "tests/posix/Processes.h"
 
 namespace vemra::test {
 namespace {
@@ -27,19 +27,18 @@ TEST(ShareLockTest, HoldsBetweenProcessesAndVanishesWithAKilledHolder) {
   const std::string path = folder.Path("a.acc");
   int ready[2];
   ASSERT_EQ(::pipe(ready), 0);
-  const pid_t holder = ::fork();
-  ASSERT_GE(holder, 0);
-  if (holder == 0) {
+  const pid_t holder = Start([&] {
     const TavoFile file(path, TavoFile::Access::kReadWrite, TavoFile::Creation::kOpenOrCreate,
                         TavoFile::Share::kDenyWrite);
     if (::write(ready[1], "x", 1) == 1) ::pause();
     ::_exit(1);
-  }
+  });
+  ASSERT_GT(holder, 0);
   char byte = 0;
   ASSERT_EQ(::read(ready[0], &byte, 1), 1);
   EXPECT_FALSE(CanWrite(path));
   ::kill(holder, SIGKILL);
-  ::waitpid(holder, nullptr, 0);
+  Wait(holder);
   EXPECT_TRUE(CanWrite(path));
   ::close(ready[0]);
   ::close(ready[1]);
