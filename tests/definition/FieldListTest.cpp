@@ -35,7 +35,6 @@ TEST(FieldListTest, YieldsWhatWasSetBelow125) {
 TEST(FieldListTest, BitsAboveTheLastFieldExistButAreNotYielded) {
   CTavoFieldList list;
   list.SetAll();
-  EXPECT_EQ(NumbersIn(list).size(), 125U);
   for (int fieldno = 125; fieldno < 128; ++fieldno) list.Reset(fieldno);
   list.Invert();
   EXPECT_EQ(list.IsEmpty(), 0);

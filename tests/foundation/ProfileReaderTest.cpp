@@ -50,38 +50,26 @@ TEST_F(ProfileReaderTest, MatchesTitlesStrictly) {
 }
 
 TEST_F(ProfileReaderTest, ReadsIntegersAsTheFormatDoes) {
-  const struct {
-    const char* line;
-    int result;
-    std::int32_t value;
-  } kRows[] = {
-      {"N= 42", 1, 42},
-      {"N=-7 \t", 1, -7},
-      {"N=\t+5", 1, 5},
-      {"N=007", 1, 7},
-      {"N=2147483647", 1, INT32_MAX},
-      {"N=-2147483648", 1, INT32_MIN},
-      {"N=2147483648", 0, -1},
-      {"N=99999999999999999999", 0, -1},
-      {"N=12abc", 0, -1},
-      {"N=", 0, -1},
-      {"N=5 ;x", 0, -1},
-      {"N=+-5", 0, -1},
-      {"N=- 5", 0, -1},
-      {"N =42", 0, -1},
-      {"NN=3", 0, -1},
-      {"n=3", 0, -1},
-      {" N=3", 0, -1},
-  };
-  for (const auto& row : kRows) {
-    SCOPED_TRACE(row.line);
-    CTavoProfileReader& reader = Read(row.line);
-    std::int32_t value = -1;
-    std::string pending;
-    EXPECT_EQ(reader.ReadInt("N", value), row.result);
-    EXPECT_EQ(value, row.value);
-    EXPECT_EQ(reader.ReadLine(pending, 1), row.result ? 0 : 1);
-    EXPECT_EQ(pending, row.result ? "" : row.line);
+  const std::pair<const char*, std::int32_t> kRead[] = {{"N= 42", 42},
+                                                        {"N=-7 \t", -7},
+                                                        {"N=\t+5", 5},
+                                                        {"N=007", 7},
+                                                        {"N=2147483647", INT32_MAX},
+                                                        {"N=-2147483648", INT32_MIN}};
+  std::int32_t value = -1;
+  std::string pending;
+  for (const auto& [line, number] : kRead) {
+    EXPECT_TRUE(Read(line).ReadInt("N", value)) << line;
+    EXPECT_EQ(value, number);
+    EXPECT_FALSE(reader_->ReadLine(pending, 1));
+  }
+  value = -1;
+  for (const char* line : {"N=2147483648", "N=99999999999999999999", "N=12abc", "N=", "N=5 ;x",
+                           "N=+-5", "N=- 5", "N =42", "NN=3", "n=3", " N=3"}) {
+    EXPECT_FALSE(Read(line).ReadInt("N", value)) << line;
+    EXPECT_EQ(value, -1);
+    EXPECT_TRUE(reader_->ReadLine(pending, 1));
+    EXPECT_EQ(pending, line);
   }
 }
 
