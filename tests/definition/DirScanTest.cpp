@@ -65,9 +65,6 @@ TEST_F(DirScanTest, FindsMatchingFiles) {
   EXPECT_EQ(scan_.GetLastError(), 0U);
   std::string path;
   EXPECT_EQ(scan_.FindNextFile(path), 0) << "the end is the end";
-}
-
-TEST_F(DirScanTest, AFolderThatCannotBeReadYieldsNothing) {
   EXPECT_EQ(Find(folder_.Path("none"), "", 1), Paths());
   EXPECT_NE(scan_.GetLastError(), 0U);
 }
@@ -76,12 +73,10 @@ TEST_F(DirScanTest, ASubfolderThatCannotBeReadLeavesItsError) {
   if (!test::HandleLimit::Works()) GTEST_SKIP() << "every folder can be read here";
   Put("file");
   Put("sub/hidden");
-  Paths found;
   {
     const test::HandleLimit limit(1);
-    found = Find(folder_.Path(), "", 1);
+    EXPECT_EQ(Find(folder_.Path(), "", 1), Paths{"file"});
   }
-  EXPECT_EQ(found, Paths{"file"});
   EXPECT_EQ(scan_.GetLastError(), 4U) << "too many open files";
 }
 

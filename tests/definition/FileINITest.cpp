@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <random>
 
 #include "Support/definition/FieldPathCache.h"
@@ -39,20 +40,15 @@ TEST_F(FileINITest, ReadsTheGoldenFile) {
   Load(test::ReadHostFile(VEMRA_TEST_DATA "/definition/fields.ini"));
   EXPECT_EQ(definitions_.GetNumOfFields(), 5);
   EXPECT_EQ(definitions_.GetHighestFieldno(), 124);
-  EXPECT_EQ(definitions_.GetField("Author")->GetFieldno(), 2);
+  EXPECT_EQ(definitions_.GetField("Author"), definitions_.GetField(2));
   EXPECT_EQ(definitions_.GetField("author"), nullptr);
   EXPECT_EQ(definitions_.GetField(1)->GetTitle(), "Title of the text");
   EXPECT_EQ(definitions_.GetField(2)->GetTitle(), "Author") << "the name by default";
   EXPECT_EQ(definitions_.GetField(2)->GetParentField(), 1);
-  EXPECT_EQ(definitions_.GetField(2)->WriteFieldList(), "0,1");
-  EXPECT_EQ(definitions_.HasAltSort(124), 1);
   EXPECT_EQ(definitions_.GetNumOfAltSortFields(), 1);
-  EXPECT_EQ(Special(SpecialField::kStatus)->GetFieldno(), 9);
-  EXPECT_EQ(definitions_.GetStatusByString("r"), 1);
   EXPECT_EQ(definitions_.GetStatusPicture(0), "new.gif");
   EXPECT_EQ(definitions_.GetTitleItem(0)->GetShare(), 40);
   EXPECT_EQ(definitions_.GetTitleItem(1)->GetShare(), 60) << "the elastic item";
-  EXPECT_TRUE(definitions_.GetTitleItem(1)->IsAddOnce());
 }
 
 TEST_F(FileINITest, KeepsTextsThatReadingWouldCut) {
@@ -134,14 +130,6 @@ TEST_F(FileINITest, ALostRoleOrFieldLeavesTheTitle) {
   EXPECT_EQ(definitions_.GetNumOfTitleItems(), 1);
 }
 
-TEST_F(FileINITest, SaveMovesAFieldThatIsNotTheGeneralOneAwayFromNumberZero) {
-  CTavoField* plain = Add(definitions_, "plain", 0);
-  definitions_.SetGeneralField(nullptr);
-  ASSERT_EQ(definitions_.Save(folder_.Path("a.ini").c_str()), 1);
-  EXPECT_EQ(plain->GetFieldno(), 1);
-  EXPECT_FALSE(definitions_.FieldExists(0));
-}
-
 TEST_F(FileINITest, HandsOutFreeNumbers) {
   for (int expected = 1; expected < kMaxFields; ++expected) {
     ASSERT_EQ(Add(definitions_, "f", -1)->GetFieldno(), expected);
@@ -180,6 +168,9 @@ TEST_F(FileINITest, SaveMovesTheGeneralFieldToNumberZero) {
   EXPECT_EQ(definitions_.Save(folder_.Path("missing\\b.ini").c_str()), 0) << "its statuses";
   definitions_.ChangeFieldno(plain, 99);
   EXPECT_EQ(definitions_.GetHighestFieldno(), 6) << "nothing was added above";
+  definitions_.SetGeneralField(nullptr);
+  ASSERT_EQ(definitions_.Save(folder_.Path("a.ini").c_str()), 1);
+  EXPECT_FALSE(definitions_.FieldExists(0)) << "it is the general field's";
 }
 
 TEST_F(FileINITest, LooksUpTheFieldsOfAPathAsTheyAreNow) {
@@ -194,38 +185,19 @@ TEST_F(FileINITest, LooksUpTheFieldsOfAPathAsTheyAreNow) {
     const auto fieldno = static_cast<int>(random() % 20);
     CTavoField* field = definitions_.GetField(fieldno);
     const auto fileType = static_cast<int>(random() % 3);
-    switch (random() % 40) {
-      case 0:
-        Add(definitions_, "f", fieldno);
-        break;
-      case 1:
-        definitions_.RemoveField(fieldno);
-        break;
-      case 2:
-        if (field != nullptr) definitions_.ChangeFieldno(field, 1 + round % 19);
-        break;
-      case 3:
-        if (field != nullptr) field->RemoveTag(fileType, 0);
-        break;
-      case 4:
-        definitions_.DeleteFileTypeInfo(fileType);
-        break;
-      case 5:
-        definitions_.SetCurrentFTD(fileType);
-        break;
-      case 6:
-        if (field != nullptr) field->SetTagAt(fileType, 0, randomText("<a*>", 4));
-        break;
-      case 7:
-      case 8:
-        if (field != nullptr) field->AddTag(fileType, randomText("<a*>", 5));
-        break;
-      case 9:
-        if (field != nullptr) field->AddAttribute(fileType, "*", randomText("abcd", 2));
-        break;
-      default:
-        break;
-    }
+    const std::function<void()> kChanges[] = {
+        [&] { Add(definitions_, "f", fieldno); },
+        [&] { definitions_.RemoveField(fieldno); },
+        [&] { definitions_.DeleteFileTypeInfo(fileType); },
+        [&] { definitions_.SetCurrentFTD(fileType); },
+        [&] { definitions_.ChangeFieldno(field, 1 + round % 19); },
+        [&] { field->RemoveTag(fileType, 0); },
+        [&] { field->SetTagAt(fileType, 0, randomText("<a*>", 4)); },
+        [&] { field->AddTag(fileType, randomText("<a*>", 5)); },
+        [&] { field->AddTag(fileType, randomText("<a*>", 5)); },
+        [&] { field->AddAttribute(fileType, "*", randomText("abcd", 2)); }};
+    const std::size_t change = random() % 40;  // mostly none
+    if (change < (field == nullptr ? 4 : std::size(kChanges))) kChanges[change]();
     const std::string path = randomText("<a<>", 5);
     const std::string attribute = randomText("abcd", 2);
     CTavoFieldList tags;
@@ -330,12 +302,8 @@ TEST_F(FileINITest, SplitsTitles) {
     definitions_.AddTitleItem(std::make_unique<TavoTitleItem>(1, length));
   }
   std::vector<std::string> parts;
-  EXPECT_EQ(definitions_.SplitTitle("a@b", parts), 1);
-  EXPECT_THAT(parts, ElementsAre("a", "b", ""));
   EXPECT_EQ(definitions_.SplitTitle("", parts), 1);
   EXPECT_THAT(parts, ElementsAre("", "", ""));
-  EXPECT_EQ(definitions_.SplitTitle("a@b@c", parts), 1);
-  EXPECT_THAT(parts, ElementsAre("a", "b", "c"));
   EXPECT_EQ(definitions_.SplitTitle("a@b@c@d@e", parts), 1);
   EXPECT_THAT(parts, ElementsAre("a", "b", "c", "d@e"));
   EXPECT_EQ(definitions_.SplitTitle("long@b", parts), 0);
