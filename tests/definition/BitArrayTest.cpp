@@ -58,6 +58,16 @@ void ExpectScans(const CTavoFixedBitArray& array, const Bits& bits) {
   EXPECT_EQ(array.GetFirst(), array.GetNext(-1));
 }
 
+struct SetOperation {
+  void (*apply)(CTavoBitArray& a, const CTavoBitArray& b);
+  bool (*plain)(bool a, bool b);
+};
+constexpr SetOperation kSetOperations[] = {
+    {[](auto& a, auto& b) { a |= b; }, [](bool a, bool b) { return a || b; }},
+    {[](auto& a, auto& b) { a &= b; }, [](bool a, bool b) { return a && b; }},
+    {[](auto& a, auto& b) { a -= b; }, [](bool a, bool b) { return a && !b; }},
+    {[](auto& a, auto& b) { a = a - b; }, [](bool a, bool b) { return b && !a; }}};
+
 TEST(BitArrayTest, BehavesAsPlainBits) {
   std::mt19937 random(1);
   for (int round = 0; round < 3000; ++round) {
@@ -69,14 +79,7 @@ TEST(BitArrayTest, BehavesAsPlainBits) {
     const std::size_t size = bits.size();
     CTavoBitArray array = Make(bits);
     const CTavoBitArray argument = Make(other);
-    const auto either = [&](auto operation) {
-      bits.resize(std::max(size, other.size()));
-      for (std::size_t i = 0; i < bits.size(); ++i) {
-        bits[i] = operation(bool{bits[i]}, i < other.size() && other[i]);
-      }
-    };
     const std::function<void()> kOperations[] = {
-        [&] { array.SetSize(index), bits.resize(at); },
         [&] {
           array.SetAt(index, argument);
           bits.resize(std::max(size, at + other.size()));
@@ -97,15 +100,27 @@ TEST(BitArrayTest, BehavesAsPlainBits) {
           array.RemoveAt(3, static_cast<std::uint32_t>(index));
           bits.resize(at > size ? 0 : size - at);
         },
-        [&] { array.Reverse(), bits.flip(); },
-        [&] { array.SetAll(), bits.assign(size, true); },
-        [&] { array |= argument, either([](bool a, bool b) { return a || b; }); },
-        [&] { array &= argument, either([](bool a, bool b) { return a && b; }); },
-        [&] { array -= argument, either([](bool a, bool b) { return a && !b; }); },
-        [&] { array = array - argument, either([](bool a, bool b) { return b && !a; }); },
+        [&] {
+          array.Reverse();
+          bits.flip();
+        },
+        [&] {
+          array.SetAll();
+          bits.assign(size, true);
+        },
         [&] {  // What is cut off must not come back within the same storage.
-          array.SetSize(index / 2), array.SetSize(index);
-          bits.resize(at / 2), bits.resize(at);
+          array.SetSize(index / 2);
+          array.SetSize(index);
+          bits.resize(at / 2);
+          bits.resize(at);
+        },
+        [&] {
+          const SetOperation& set = kSetOperations[random() % std::size(kSetOperations)];
+          set.apply(array, argument);
+          bits.resize(std::max(size, other.size()));
+          for (std::size_t i = 0; i < bits.size(); ++i) {
+            bits[i] = set.plain(bits[i], i < other.size() && other[i]);
+          }
         }};
     kOperations[random() % std::size(kOperations)]();
     ASSERT_EQ(BitsOf(array), bits);

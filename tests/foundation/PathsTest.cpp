@@ -10,7 +10,7 @@ namespace {
 
 TEST(PathsTest, TellsAbsolutePaths) {
   for (const char* path : {"C:", "z:x", "\\\\", "\\\\server"}) EXPECT_TRUE(IsAbsolutePath(path));
-  for (const char* path : {"", "\\", "\\dir", "dir", "1:", "\xC4:", "C"}) {
+  for (const char* path : {"", "\\dir", "dir", "1:", "\xC4:", "C"}) {
     EXPECT_FALSE(IsAbsolutePath(path)) << path;
   }
 }
@@ -46,8 +46,7 @@ TEST(PathsTest, Connects) {
       {"a", "..\\b", ""},
   };
   for (const Row& row : rows) {
-    SCOPED_TRACE(std::string(row.first) + " + " + row.second);
-    EXPECT_EQ(ConnectPaths(row.first, row.second), row.result);
+    EXPECT_EQ(ConnectPaths(row.first, row.second), row.result) << row.first << ", " << row.second;
   }
 }
 
@@ -68,8 +67,8 @@ TEST(PathsTest, MakesRelative) {
       {"C:\\\xC4\\x", "C:\\\xE4", "..\\\xC4\\x"},
   };
   for (const Row& row : rows) {
-    SCOPED_TRACE(std::string(row.first) + " from " + row.second);
-    EXPECT_EQ(MakeRelativePath(row.first, row.second), row.result);
+    EXPECT_EQ(MakeRelativePath(row.first, row.second), row.result)
+        << row.first << ", " << row.second;
   }
 }
 

@@ -59,22 +59,15 @@ TEST(ScrambleTest, EncryptFollowsTheRuleAndUndoesItself) {
 TEST(ScrambleTest, OldEncryptTakesEachBlockByItsNumber) {
   const std::string longKey(3001, 'k');
   const struct {
-    const char* label;
     std::uint16_t b;
     std::uint16_t count;
-    const char* key;
-  } cases[] = {
-      {"no block", 1, 0, nullptr},
-      {"built-in key", 1, 3, nullptr},
-      {"number 0 first", 0, 2, nullptr},
-      {"number 0 later", 0xFFFE, 4, nullptr},
-      {"own key", 7, 2, "abc"},
-      {"key of one character", 7, 1, "x"},
-      {"empty key", 7, 2, ""},
-      {"key above 127", 7, 2, "\xE4\xF6\xFC"},
-      {"key longer than a block", 3, 2, longKey.c_str()},
-  };
-  for (const auto& row : cases) {
+    const char* key;                                                      // null: the built-in one
+  } kRows[] = {{1, 0, nullptr},        {1, 3, nullptr}, {0, 2, nullptr},  // number 0 comes first
+               {0xFFFE, 4, nullptr},                                      // or later
+               {7, 2, "abc"},          {7, 1, "x"},     {7, 2, ""},      {7, 2, "\xE4\xF6\xFC"},
+               {3, 2, longKey.c_str()}};
+  for (const auto& row : kRows) {
+    SCOPED_TRACE(&row - kRows);
     const std::string plain = RandomText(row.count * kBlock);
     std::string expected = plain;
     for (unsigned j = 0; j < row.count; ++j) {
@@ -84,9 +77,9 @@ TEST(ScrambleTest, OldEncryptTakesEachBlockByItsNumber) {
     }
     std::string buffer = plain;
     OldEncrypt(buffer.data(), 3, row.b, row.count, row.key);
-    EXPECT_EQ(buffer, expected) << row.label;
+    EXPECT_EQ(buffer, expected);
     OldEncrypt(buffer.data(), 3, row.b, row.count, row.key);
-    EXPECT_EQ(buffer, plain) << row.label;
+    EXPECT_EQ(buffer, plain);
   }
 }
 
@@ -117,10 +110,8 @@ TEST_F(FileNameTest, ReplacesTheLettersAfterTheColon) {
 
 TEST_F(FileNameTest, TheTwoUndoEachOther) {
   std::string every = "C:";
-  for (int repeat = 0; repeat < 3; ++repeat) {
-    for (int c = 1; c < 256; ++c) {
-      if (c < 'a' || c > 'z') every += char(c);
-    }
+  for (int c = 1; c < 3 * 256; ++c) {
+    if (c % 256 < 'a' || c % 256 > 'z') every += char(c);
   }
   for (const std::string& key :
        {std::string(kBuiltInKey), std::string("\xFF\x01 9zZ"), std::string(1, '\0')}) {

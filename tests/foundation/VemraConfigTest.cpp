@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include "Support/foundation/Registry.h"
 #include "tests/TestRegistry.h"
 
@@ -26,16 +28,24 @@ TEST_F(VemraConfigTest, MissingSettingsKeepTheirDefaults) {
 }
 
 TEST_F(VemraConfigTest, ReadsEverySetting) {
-  const char* const kTexts[] = {"DBRoot", "TmpRoot", "HTMLRoot",  "HTMLDir",
-                                "Data",   "CGIRoot", "WebThemes", "DefLang"};
-  for (const char* const name : kTexts) {
+  for (const char* const name :
+       {"DBRoot", "TmpRoot", "HTMLRoot", "HTMLDir", "Data", "CGIRoot", "WebThemes", "DefLang"}) {
     ASSERT_EQ(SetTavoValue("Vemra Server", name, std::string("<") + name), 1);
   }
-  const char* const kNumbers[] = {"DefRTL",        "MaxSpiderThreads", "AdminPort",  "QueryPort",
-                                  "DefDump",       "Service",          "SiteSearch", "MaxThreads",
-                                  "MaxExpansions", "MaxWait",          "HttpTimeout"};
+  const std::pair<const char*, std::function<std::uint32_t(const VemraConfig&)>> kNumbers[] = {
+      {"DefRTL", &VemraConfig::GetDefaultRTL},
+      {"MaxSpiderThreads", &VemraConfig::GetMaxSpiderThreads},
+      {"AdminPort", &VemraConfig::GetAdminPort},
+      {"QueryPort", &VemraConfig::GetQueryPort},
+      {"DefDump", &VemraConfig::GetDump},
+      {"Service", &VemraConfig::RunAsService},
+      {"SiteSearch", &VemraConfig::IsStandalone},
+      {"MaxThreads", &VemraConfig::GetMaxThreads},
+      {"MaxExpansions", &VemraConfig::GetMaxExpansions},
+      {"MaxWait", &VemraConfig::GetMaxWaitSec},
+      {"HttpTimeout", &VemraConfig::GetHttpTimeout}};
   std::uint32_t number = 101;
-  for (const char* const name : kNumbers) {
+  for (const auto& [name, get] : kNumbers) {
     ASSERT_EQ(SetTavoValue("Vemra Server", name, number++), 1);
   }
   ASSERT_EQ(SetTavoValue("Vemra Info\\Log", "Level", 9U), 1);
@@ -47,27 +57,12 @@ TEST_F(VemraConfigTest, ReadsEverySetting) {
   EXPECT_EQ(config.GetDBDataDir(), "<Data\\To Database");
   EXPECT_EQ(config.GetHTMLDataDir(), "<Data\\To HTML Root");
   EXPECT_EQ(config.GetFrameURL(), "<CGIRoot/VemraGetFrame.exe");
-  const std::uint32_t numbers[] = {config.GetDefaultRTL(),
-                                   config.GetMaxSpiderThreads(),
-                                   config.GetAdminPort(),
-                                   config.GetQueryPort(),
-                                   config.GetDump(),
-                                   std::uint32_t(config.RunAsService()),
-                                   std::uint32_t(config.IsStandalone()),
-                                   config.GetMaxThreads(),
-                                   config.GetMaxExpansions(),
-                                   config.GetMaxWaitSec(),
-                                   config.GetHttpTimeout()};
   number = 101;
-  for (const std::uint32_t value : numbers) EXPECT_EQ(value, number++);
+  for (const auto& [name, get] : kNumbers) EXPECT_EQ(get(config), number++) << name;
   EXPECT_EQ(config.GetSpyLevel(), 9U);  // only the setter checks it
-  const struct {
-    std::uint32_t set;
-    std::uint32_t stored;
-  } kLevels[] = {{0, 1}, {1, 1}, {4, 4}, {5, 1}};
-  for (const auto& level : kLevels) {
-    config.SetSpyLevel(level.set);
-    EXPECT_EQ(config.GetSpyLevel(), level.stored) << level.set;
+  for (const auto& [set, stored] : {std::pair{0U, 1U}, {1, 1}, {4, 4}, {5, 1}}) {
+    config.SetSpyLevel(set);
+    EXPECT_EQ(config.GetSpyLevel(), stored) << set;
   }
   config.SetCGIRoot("/x");
   EXPECT_EQ(config.GetVemraGateURL(), "/x/VemraGate.exe");
