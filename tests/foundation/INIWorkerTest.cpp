@@ -4,6 +4,7 @@
 
 #include "Support/foundation/File.h"
 #include "Support/foundation/INIException.h"
+#include "Support/platform/Errors.h"
 #include "tests/TempFolder.h"
 
 namespace vemra {
@@ -189,6 +190,15 @@ TEST_F(INIWorkerTest, BatchKeepsWhatCannotBeStored) {
   EXPECT_EQ(INIWorker(path_).GetNum("S", "a"), 1);
   EXPECT_EQ(batch.Commit(), 1);
   EXPECT_EQ(INIWorker(path_).GetNum("S", "a"), 2);
+}
+
+TEST(INIExceptionTest, TakesTheLastErrorAlongAndKeepsItsTextToItself) {
+  platform::SetLastErrorCode(32);
+  const TavoINIException error("a.ini");
+  platform::SetLastErrorCode(2);
+  EXPECT_EQ(error.errorCode, 32U);
+  EXPECT_EQ(error.message, "a.ini");
+  EXPECT_EQ(error.GetMessage(), "No message for now");
 }
 
 TEST_F(INIWorkerTest, DeleteContentsEmptiesOrCreates) {

@@ -15,7 +15,10 @@
 namespace vemra::test {
 namespace {
 
-using platform::GetLastErrorCode;
+// 0, or why it failed.
+std::uint32_t ErrorOf(bool succeeded) {
+  return succeeded ? 0 : platform::GetLastErrorCode();
+}
 
 TEST(FilesTest, TellsFilesFoldersAndWhatIsMissing) {
   const TempFolder folder;
@@ -24,46 +27,41 @@ TEST(FilesTest, TellsFilesFoldersAndWhatIsMissing) {
   EXPECT_FALSE(platform::FolderExists(folder.Path("file")));
   EXPECT_FALSE(platform::FileExists(folder.Path()));
   EXPECT_TRUE(platform::FolderExists(folder.Path() + "\\"));
-  EXPECT_FALSE(platform::FileExists(folder.Path("none")));
-  EXPECT_EQ(GetLastErrorCode(), platform::kFileNotFound);
-  EXPECT_FALSE(platform::FileExists(folder.Path("none\\none")));
-  EXPECT_EQ(GetLastErrorCode(), platform::kPathNotFound);
+  EXPECT_EQ(ErrorOf(platform::FileExists(folder.Path("none"))), platform::kFileNotFound);
+  EXPECT_EQ(ErrorOf(platform::FileExists(folder.Path("none\\none"))), platform::kPathNotFound);
 }
 
 TEST(FilesTest, ReportsWhyAFolderOrFileCannotBeMadeOrRemoved) {
   const TempFolder folder;
-  EXPECT_TRUE(platform::MakeFolder(folder.Path("sub")));
-  EXPECT_FALSE(platform::MakeFolder(folder.Path("sub")));
-  EXPECT_EQ(GetLastErrorCode(), platform::kAlreadyExists);
-  EXPECT_FALSE(platform::MakeFolder(folder.Path("none\\sub")));
-  EXPECT_EQ(GetLastErrorCode(), platform::kPathNotFound);
+  const std::string sub = folder.Path("sub");
+  EXPECT_TRUE(platform::MakeFolder(sub));
+  EXPECT_EQ(ErrorOf(platform::MakeFolder(sub)), platform::kAlreadyExists);
+  EXPECT_EQ(ErrorOf(platform::MakeFolder(folder.Path("none\\sub"))), platform::kPathNotFound);
   WriteHostFile(folder.Host() / "sub" / "file", "x");
-  EXPECT_FALSE(platform::RemoveFolder(folder.Path("sub")));
-  EXPECT_EQ(GetLastErrorCode(), 145U);  // not empty
-  EXPECT_FALSE(platform::RemoveFile(folder.Path("sub")));
-  EXPECT_EQ(GetLastErrorCode(), platform::kAccessDenied);
+  EXPECT_EQ(ErrorOf(platform::RemoveFolder(sub)), 145U);  // not empty
+  EXPECT_EQ(ErrorOf(platform::RemoveFile(sub)), platform::kAccessDenied);
   {
-    const TavoFile holder(folder.Path("sub\\file"), TavoFile::Access::kRead,
+    const TavoFile holder(sub + "\\file", TavoFile::Access::kRead,
                           TavoFile::Creation::kOpenExisting);
-    EXPECT_FALSE(platform::RemoveFile(folder.Path("sub\\file")));
-    EXPECT_EQ(GetLastErrorCode(), platform::kSharingViolation);
+    EXPECT_EQ(ErrorOf(platform::RemoveFile(sub + "\\file")), platform::kSharingViolation);
   }
-  EXPECT_TRUE(platform::RemoveFile(folder.Path("sub\\file")));
-  EXPECT_TRUE(platform::RemoveFolder(folder.Path("sub")));
+  EXPECT_TRUE(platform::RemoveFile(sub + "\\file"));
+  EXPECT_TRUE(platform::RemoveFolder(sub));
 }
 
 TEST(FilesTest, CopiesOverATargetButNeverOntoItself) {
   const TempFolder folder;
   const std::string bytes(300 * 1024, '\x80');
+  const auto copy = [&](const char* from, const char* to) {
+    return ErrorOf(platform::CopyFileOver(folder.Path(from), folder.Path(to)));
+  };
   WriteHostFile(folder.Host() / "from", bytes);
   WriteHostFile(folder.Host() / "to", std::string(400 * 1024, 'x'));
-  EXPECT_TRUE(platform::CopyFileOver(folder.Path("from"), folder.Path("to")));
+  EXPECT_EQ(copy("from", "to"), 0U);
   EXPECT_EQ(ReadHostFile(folder.Host() / "to"), bytes);
-  EXPECT_FALSE(platform::CopyFileOver(folder.Path("from"), folder.Path("FROM")));
-  EXPECT_EQ(GetLastErrorCode(), platform::kSharingViolation);
+  EXPECT_EQ(copy("from", "FROM"), platform::kSharingViolation);
   EXPECT_EQ(ReadHostFile(folder.Host() / "from"), bytes);
-  EXPECT_FALSE(platform::CopyFileOver(folder.Path("none"), folder.Path("new")));
-  EXPECT_EQ(GetLastErrorCode(), platform::kFileNotFound);
+  EXPECT_EQ(copy("none", "new"), platform::kFileNotFound);
   EXPECT_FALSE(platform::FileExists(folder.Path("new")));
 }
 
@@ -71,23 +69,22 @@ TEST(FilesTest, AStampChangesWhenAFileIsWrittenOrReplaced) {
   const TempFolder folder;
   WriteHostFile(folder.Host() / "a", "1");
   WriteHostFile(folder.Host() / "b", "1");
-  platform::FileStamp first;
-  platform::FileStamp second;
-  ASSERT_TRUE(platform::GetFileStamp(folder.Path("a"), &first));
-  ASSERT_TRUE(platform::GetFileStamp(folder.Path("A"), &second));
-  EXPECT_EQ(first, second);
+  platform::FileStamp stamps[3];
+  ASSERT_TRUE(platform::GetFileStamp(folder.Path("a"), &stamps[0]));
+  ASSERT_TRUE(platform::GetFileStamp(folder.Path("A"), &stamps[1]));
+  EXPECT_EQ(stamps[0], stamps[1]);
   std::filesystem::rename(folder.Host() / "b", folder.Host() / "a");
-  ASSERT_TRUE(platform::GetFileStamp(folder.Path("a"), &second));
-  EXPECT_NE(first, second);
+  ASSERT_TRUE(platform::GetFileStamp(folder.Path("a"), &stamps[2]));
+  EXPECT_NE(stamps[0], stamps[2]);
 }
 
 std::vector<std::string> List(const std::string& path) {
   platform::FolderListing listing;
   std::vector<std::string> names;
   platform::FolderEntry entry;
-  if (!listing.Open(path)) return {"error " + std::to_string(GetLastErrorCode())};
+  if (!listing.Open(path)) return {"error " + std::to_string(platform::GetLastErrorCode())};
   while (listing.Next(&entry)) names.push_back(entry.name + (entry.isFolder ? "\\" : ""));
-  EXPECT_EQ(GetLastErrorCode(), platform::kNoMoreFiles);
+  EXPECT_EQ(platform::GetLastErrorCode(), platform::kNoMoreFiles);
   std::sort(names.begin(), names.end());
   return names;
 }

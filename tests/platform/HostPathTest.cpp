@@ -40,10 +40,7 @@ TEST(HostPathTest, TranslatesByText) {
       {"", ""},
       {"Z:\\a:b", ""},
   };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.path);
-    EXPECT_EQ(ToHostPath(row.path), row.host);
-  }
+  for (const Row& row : rows) EXPECT_EQ(ToHostPath(row.path), row.host) << row.path;
   ToHostPath("E:\\x");
   EXPECT_EQ(platform::GetLastErrorCode(), platform::kPathNotFound);
   ::unsetenv("VEMRA_DRIVES");
@@ -58,10 +55,7 @@ TEST(HostPathTest, TranslatesBack) {
       {"", "/a\\b"},
       {"", "/a:b"},
   };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.host);
-    EXPECT_EQ(FromHostPath(row.host), row.path);
-  }
+  for (const Row& row : rows) EXPECT_EQ(FromHostPath(row.host), row.path) << row.host;
 }
 
 TEST(HostPathTest, FindsTheExactNameFirstAndElseAnyCase) {

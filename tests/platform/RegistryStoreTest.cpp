@@ -14,26 +14,22 @@
 namespace vemra::test {
 namespace {
 
-void Execute(const std::filesystem::path& file, const char* sql) {
-  sqlite3* database = nullptr;
-  sqlite3_open(file.c_str(), &database);
-  EXPECT_EQ(sqlite3_exec(database, sql, nullptr, nullptr, nullptr), SQLITE_OK) << sql;
-  sqlite3_close(database);
-}
-
-std::string Integrity(const std::filesystem::path& file) {
-  sqlite3* database = nullptr;
-  sqlite3_open(file.c_str(), &database);
+// What a statement answers, row by row.
+std::string Execute(const std::filesystem::path& file, const char* sql) {
+  const auto addRow = [](void* to, int, char** values, char**) {
+    *static_cast<std::string*>(to) += values[0];
+    return 0;
+  };
   std::string answer;
-  sqlite3_exec(
-      database, "PRAGMA integrity_check",
-      [](void* to, int, char** values, char**) {
-        *static_cast<std::string*>(to) += values[0];
-        return 0;
-      },
-      &answer, nullptr);
+  sqlite3* database = nullptr;
+  sqlite3_open(file.c_str(), &database);
+  EXPECT_EQ(sqlite3_exec(database, sql, addRow, &answer, nullptr), SQLITE_OK) << sql;
   sqlite3_close(database);
   return answer;
+}
+
+void ExpectSound(const TestRegistry& registry) {
+  EXPECT_EQ(Execute(registry.Folder().Host() / "registry.db", "PRAGMA integrity_check"), "ok");
 }
 
 // What is no store, or none that this version knows, makes every call fail and is left alone.
@@ -52,9 +48,9 @@ TEST(RegistryStoreTest, ForeignAndDamagedFilesAreRefused) {
       {"a text", [](auto& file, auto&) { WriteHostFile(file, std::string(5000, '#')); }},
       {"a folder", [](auto& file, auto&) { std::filesystem::create_directory(file); }},
       {"a cut store", [](auto& file, auto& all) { WriteHostFile(file, all.substr(0, 6000)); }},
-      {"a store that was written over",
+      {"an overwritten store",
        [](auto& file, auto& all) {
-         WriteHostFile(file, all.substr(0, 100) + std::string(all.size() - 100, 'x'));
+         WriteHostFile(file, all.substr(0, 100) + std::string(9000, 'x'));
        }},
       {"a later version",
        [](auto& file, auto& all) {
@@ -129,7 +125,7 @@ TEST(RegistryStoreTest, ProcessesThatWriteAtOnceLoseNothing) {
     EXPECT_EQ(EnumValues("Key\\" + std::to_string(process), left), 1);
     EXPECT_EQ(left.size(), values / 2);
   }
-  EXPECT_EQ(Integrity(registry.Folder().Host() / "registry.db"), "ok");
+  ExpectSound(registry);
 }
 
 // Counts on without end; done holds the last number that was stored for certain.
@@ -161,7 +157,7 @@ TEST(RegistryStoreTest, AWriterKilledAtAnyMomentLosesNothingThatItStored) {
     EXPECT_TRUE(last == *done || last == *done + 1) << last << " is stored, " << *done << " said";
     *done = last;
   }
-  EXPECT_EQ(Integrity(registry.Folder().Host() / "registry.db"), "ok");
+  ExpectSound(registry);
   ::munmap(shared, sizeof(std::uint32_t));
 }
 
