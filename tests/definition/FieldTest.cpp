@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <vector>
+
 #include "Support/foundation/INIWorker.h"
 #include "tests/TempFolder.h"
 
@@ -11,78 +13,60 @@ namespace {
 TEST(TagTest, MatchesWithoutBacktracking) {
   const struct {
     const char* pattern;
-    const char* path;
-    int matches;
+    std::vector<const char*> matching;
+    std::vector<const char*> others;
   } kRows[] = {
-      {"", "", 1},
-      {"", "<a>", 0},
-      {"*", "", 1},
-      {"*<p>", "<body><p>", 1},
-      {"*<p>", "<body><p><b>", 0},
-      {"<html>*", "<html>", 1},
-      {"<html>*", "<HTML>", 0},
-      {"a**b", "axxb", 1},
-      {"a**b", "ab", 1},
-      {"a*b*c", "a1b2c", 1},
-      {"a*b*c", "a1c2b", 0},
+      {"", {""}, {"<a>"}},
+      {"*", {"", "<a><b>"}, {}},
+      {"*<p>", {"<body><p>"}, {"<body><p><b>"}},
+      {"<html>*", {"<html>", "<html><body>"}, {"<HTML>"}},
+      {"a**b", {"axxb", "ab"}, {}},
+      {"a*b*c", {"a1b2c"}, {"a1c2b"}},
       // The first occurrence after a star counts, even where a later one would fit.
-      {"*ab", "xabab", 0},
-      {"*ab", "xab", 1},
-      {"*ab*", "xabab", 1},
-      {"abc", "ab", 0},
-      {"ab", "abc", 0},
+      {"*ab", {"xab"}, {"xabab"}},
+      {"*ab*", {"xabab"}, {}},
+      {"ab", {"ab"}, {"a", "abc"}},
   };
   for (const auto& row : kRows) {
-    SCOPED_TRACE(std::string(row.pattern) + " on " + row.path);
-    EXPECT_EQ(CTavoTag(row.pattern).CheckPath(row.path), row.matches);
+    SCOPED_TRACE(row.pattern);
+    for (const char* path : row.matching) EXPECT_EQ(CTavoTag(row.pattern).CheckPath(path), 1);
+    for (const char* path : row.others) EXPECT_EQ(CTavoTag(row.pattern).CheckPath(path), 0);
   }
 }
 
 TEST(TagTest, IgnoringParentFieldsLooksAtTheParentWithoutItsLastByte) {
-  const struct {
-    const char* pattern;
-    const char* path;
-    int on;
-  } kRows[] = {
-      {"*<p>*", "<body><p>", 1}, {"*<p>*", "<body><p><b>", 1},
-      {"*<p*", "<body><p>", 1},  {"*<p*", "<body><p><b>", 0},
-      {"*", "<a>", 0},           {"*", "no element", 1},
-      {"<a>", "<b>", 0},
-  };
-  for (const auto& row : kRows) {
-    SCOPED_TRACE(std::string(row.pattern) + " on " + row.path);
-    EXPECT_EQ(CTavoTag(row.pattern, 1).IsTagOn(row.path), row.on);
-  }
+  const CTavoTag inside("*<p>*", 1);
+  EXPECT_EQ(inside.IsTagOn("<body><p>"), 1);
+  EXPECT_EQ(inside.IsTagOn("<body><p><b>"), 1);
+  const CTavoTag itself("*<p*", 1);
+  EXPECT_EQ(itself.IsTagOn("<body><p>"), 1);
+  EXPECT_EQ(itself.IsTagOn("<body><p><b>"), 0);
+  EXPECT_EQ(CTavoTag("*", 1).IsTagOn("<a>"), 0);
+  EXPECT_EQ(CTavoTag("*", 1).IsTagOn("no element"), 1);
+  EXPECT_EQ(CTavoTag("<a>", 1).IsTagOn("<b>"), 0);
 }
 
 TEST(FieldTest, ReadsRulesAndLists) {
-  const struct {
-    const char* rules;
-    const char* written;
-  } kRules[] = {
-      {"NOINDEX , WILDCARD,Foo", "WILDCARD,NOINDEX"},
-      {"wildcard,Wildcard,ID", "ID"},
-      {", ,", ""},
-      {"IndexOnce Status,Hidden EXPRESSIONS DICTIONARY NOINDEX NOTEXT AddToGeneral DATE ID Link "
-       "Entry TAG ATTRIBUTE BREAKWORDS NUMFIELD PROXIMITY AltSort WILDCARD",
-       "WILDCARD,AltSort,PROXIMITY,NUMFIELD,BREAKWORDS,ATTRIBUTE,TAG,Entry,Link,ID,DATE,"
-       "AddToGeneral,NOTEXT,NOINDEX,DICTIONARY,EXPRESSIONS,Hidden,Status,IndexOnce"},
-  };
+  using Rows = std::vector<std::pair<const char*, const char*>>;
   CTavoField field;
-  for (const auto& row : kRules) {
-    field.ReadFieldRule(row.rules);
-    EXPECT_EQ(field.WriteFieldRule(), row.written);
+  for (const auto& [rules, written] :
+       Rows{{"NOINDEX , WILDCARD,Foo", "WILDCARD,NOINDEX"},
+            {"wildcard,Wildcard,ID", "ID"},
+            {", ,", ""},
+            {"IndexOnce Status,Hidden EXPRESSIONS DICTIONARY NOINDEX NOTEXT AddToGeneral DATE ID "
+             "Link Entry TAG ATTRIBUTE BREAKWORDS NUMFIELD PROXIMITY AltSort WILDCARD",
+             "WILDCARD,AltSort,PROXIMITY,NUMFIELD,BREAKWORDS,ATTRIBUTE,TAG,Entry,Link,ID,DATE,"
+             "AddToGeneral,NOTEXT,NOINDEX,DICTIONARY,EXPRESSIONS,Hidden,Status,IndexOnce"}}) {
+    field.ReadFieldRule(rules);
+    EXPECT_EQ(field.WriteFieldRule(), written);
   }
-  const struct {
-    const char* list;
-    const char* written;
-  } kLists[] = {
-      {"3, 200, x, 7", "3,7"},    {"124,125,-1,0", "0,124"},       {"", ""},
-      {"7x,+5,\t6,+-4", "5,6,7"}, {"99999999999,1 , ,2,1", "1,2"},
-  };
-  for (const auto& row : kLists) {
-    field.ReadFieldList(row.list);
-    EXPECT_EQ(field.WriteFieldList(), row.written) << row.list;
+  for (const auto& [list, written] : Rows{{"3, 200, x, 7", "3,7"},
+                                          {"124,125,-1,0", "0,124"},
+                                          {"", ""},
+                                          {"7x,+5,\t6,+-4", "5,6,7"},
+                                          {"99999999999,1 , ,2,1", "1,2"}}) {
+    field.ReadFieldList(list);
+    EXPECT_EQ(field.WriteFieldList(), written) << list;
   }
 }
 

@@ -51,7 +51,6 @@ TEST_F(FileCFGTest, ReadsTheGoldenFile) {
   ASSERT_EQ(cfg.Load(Put("db.cfg", Golden("db.cfg"))), 1);
   EXPECT_EQ(cfg.GetFileINI(), folder_.Path("sub\\x.ini"));
   EXPECT_EQ(cfg.GetFileFIN(), "D:\\y.fin");
-  EXPECT_EQ(cfg.GetIndexDestFolder(), "C:\\tmp\\index");
   EXPECT_EQ(cfg.GetSchedule(), SCHEDULE::kMonthly);
   EXPECT_EQ(cfg.GetScheduleTime(), TimeSpan(15, 6, 0, 0));
   EXPECT_EQ(cfg.GetLastUpdateTime().GetLocal().day, 7);
