@@ -27,7 +27,6 @@ TEST(PathsTest, Connects) {
       {"C:\\a\\b\\", "c\\", "C:\\a\\b\\c\\"},
       {"C:\\a\\b", "..\\x", "C:\\a\\x"},
       {"C:\\a\\b", "...\\x", "C:\\a\\x"},
-      {"C:\\a\\b", "......\\x", "C:\\a\\x"},
       {"C:\\a\\b", "..\\..\\x", "C:\\x"},
       {"C:\\a\\b", "..\\..\\..\\x", ""},
       {"C:\\a\\b", ".\\x", "C:\\a\\b\\x"},
@@ -35,7 +34,6 @@ TEST(PathsTest, Connects) {
       {"C:\\a\\b", "..y\\x", ""},
       {"C:\\a\\b", "a\\\\x", ""},
       {"C:\\a\\b", "c\\..", "C:\\a\\b\\c\\.."},
-      {"C:\\a\\b", ".htaccess", "C:\\a\\b\\.htaccess"},
       {"C:\\a\\b", "D:\\x", "D:\\x"},
       {"C:\\a\\b", "\\\\s\\x", "\\\\s\\x"},
       {"C:\\a\\b", "", ""},
@@ -43,7 +41,6 @@ TEST(PathsTest, Connects) {
       {"\\\\s\\x", "\\dir", "\\dir"},
       {"", "a\\b", "a\\b"},
       {"", "..\\b", ""},
-      {"a", "..\\b", ""},
   };
   for (const Row& row : rows) {
     EXPECT_EQ(ConnectPaths(row.first, row.second), row.result) << row.first << ", " << row.second;
