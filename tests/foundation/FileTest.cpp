@@ -55,7 +55,9 @@ TEST(FileTest, EveryPairOfOpenersExcludesEachOtherAsTheirShareModesSay) {
 
 TEST(FileTest, ARefusedOpenerTruncatesNothing) {
   const TempFolder folder;
+  WriteHostFile(folder.Host() / "f", "before");
   TavoFile holder(folder.Path("f"), Access::kWrite, Creation::kCreateTruncate, Share::kDenyWrite);
+  EXPECT_EQ(holder.GetLength(), 0);
   holder.Write("kept", 4);
   EXPECT_EQ(TryOpen(folder.Path("f"), Access::kWrite, Creation::kCreateTruncate, Share::kAll), 32);
   EXPECT_EQ(holder.GetLength(), 4);
