@@ -1,6 +1,5 @@
 #pragma once
 
-#include <algorithm>
 #include <bit>
 #include <cstdint>
 #include <cstring>
@@ -73,12 +72,12 @@ class RunScanner {
 
   Run RunAt(int i) const {
     const auto type = (types_.low >> i & 1) | (types_.high >> i & 1) << 1;
-    return {scanned_ + i, static_cast<TavoWord::WordType>(type)};
+    return {static_cast<int>(scanned_ + i), static_cast<TavoWord::WordType>(type)};
   }
 
   // Where the text ends within the block, NULs follow, whose type begins a run of its own.
   BlockTypes GetTypes() const {
-    const int left = size_ - scanned_;
+    const std::int64_t left = size_ - scanned_;
     if (left >= kBlock) return classes_.GetTypes(text_ + scanned_);
     char last[kBlock] = {};
     std::memcpy(last, text_ + scanned_, static_cast<std::size_t>(left));
@@ -88,7 +87,7 @@ class RunScanner {
   const char* text_;
   int size_;
   const ByteClasses& classes_;
-  int scanned_ = 0;                                         // characters
+  std::int64_t scanned_ = 0;  // characters, in whole blocks: up to a block beyond the text
   BlockTypes types_{~std::uint64_t{0}, ~std::uint64_t{0}};  // no character of a text has this type
   Run runs_[kBlocksAhead * kBlock + kStep];
   Run* found_ = runs_;  // behind the last

@@ -8,11 +8,11 @@
 #include "Support/Export.h"
 #include "Support/text/FoundItems.h"
 #include "Support/text/LangPack.h"
-#include "Support/text/RunScanner.h"
 #include "Support/text/Word.h"
 
 namespace vemra {
 
+class RunScanner;
 class TavoOutput;
 
 // Joins the words of an expression: the key of several words in the dictionary always holds one.
