@@ -113,9 +113,9 @@ void TavoIndex::AddSortKeysAndEntries(TavoSection& section, const CTavoFieldList
 }
 
 void TavoIndex::IndexWords(TavoSection& section, int field) {
+  const TavoWord* word = section.GetFirstWord();  // a parse of its own may set other contents
   folded_.Fold(section.GetContents(), *section.GetLangPack());
-  for (const TavoWord* word = section.GetFirstWord(); word != nullptr;
-       word = section.GetNextWord(word)) {
+  for (; word != nullptr; word = section.GetNextWord(word)) {
     StartWord(section, *word);
     IndexFolded(*word, field, kWhole);
     if (word->GetType() == TavoWord::kCompound) IndexParts(*word, field);
