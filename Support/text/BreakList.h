@@ -32,6 +32,7 @@ class SUPPORT_API BreakList {
   }
   // The last entry that is at most word, or -1.
   int GetLastUpTo(int word) const {
+    if (entries_.empty()) return -1;
     const int count = CountUpTo(word);
     return count == 0 ? -1 : static_cast<int>(entries_[static_cast<std::size_t>(count) - 1]);
   }

@@ -122,6 +122,8 @@ class SUPPORT_API TavoParseFile {
  protected:
   // The whole file, byte for byte; 0 when it cannot be read in full.
   static int ReadDocument(const std::string& path, std::string& bytes);
+  // Whether the document itself is written, not a summary of it.
+  static bool WritesDocument(const TavoHighlightWrapper* wrapper);
 
  private:
   // The place of the next section in the current text. Words are numbered from 1.
@@ -142,8 +144,6 @@ class SUPPORT_API TavoParseFile {
   void CountSection(TavoSection& section);
   void MarkWords(TavoSection& section);
   void StopHighlighting();
-  // Whether the document itself is written, not a summary of it.
-  static bool WritesDocument(const TavoHighlightWrapper* wrapper);
 
   TavoTHWrapper* wrapper_;
   int printable_ = 1;

@@ -14,25 +14,27 @@ constexpr std::uint32_t kSectionWord = 4;
 // No text has this number: words sent under it are those of an index entry.
 constexpr std::uint32_t kNoText = 0;
 
-struct Current {
-  IndexWriter* writer = nullptr;
-  EngineCallbacks::MessageFunction onMessage;
-};
+// Apart from the messages, whose destructor would make every call for a word check whether there is
+// one yet.
+IndexWriter*& CurrentWriter() {
+  static IndexWriter* writer = nullptr;
+  return writer;
+}
 
-Current& GetCurrent() {
-  static Current current;
-  return current;
+EngineCallbacks::MessageFunction& CurrentOnMessage() {
+  static EngineCallbacks::MessageFunction onMessage;
+  return onMessage;
 }
 
 // A table that outlived its object is a fault of the program.
 IndexWriter& GetWriter() {
-  IndexWriter* writer = GetCurrent().writer;
+  IndexWriter* writer = CurrentWriter();
   if (writer == nullptr) std::abort();
   return *writer;
 }
 
 void AddMessage(const char* text, unsigned long level) {
-  GetCurrent().onMessage(text, level);
+  CurrentOnMessage()(text, level);
 }
 
 std::uint32_t BeginText(unsigned short) {
@@ -74,7 +76,8 @@ void AddSortKey(std::uint32_t, const char* key) {
 }  // namespace
 
 EngineCallbacks::EngineCallbacks(IndexWriter& writer, MessageFunction onMessage) {
-  GetCurrent() = {&writer, std::move(onMessage)};
+  CurrentWriter() = &writer;
+  CurrentOnMessage() = std::move(onMessage);
   table_.on_AddMessage = AddMessage;
   table_.on_newtxtno = BeginText;
   table_.on_doword_addword = AddWord;
@@ -86,7 +89,8 @@ EngineCallbacks::EngineCallbacks(IndexWriter& writer, MessageFunction onMessage)
 }
 
 EngineCallbacks::~EngineCallbacks() {
-  GetCurrent() = {};
+  CurrentWriter() = nullptr;
+  CurrentOnMessage() = nullptr;
 }
 
 }  // namespace vemra::engine

@@ -26,17 +26,17 @@ class ExpressionWriter {
 
  private:
   std::string WritePhrase(const QueryNode& phrase) const {
-    std::string stream;
+    WordStream stream;
     for (const QueryTerm& term : phrase.terms) {
       if (term.alternatives.empty()) return {};
-      AppendWord(stream, term.alternatives.front());
+      stream.Add(term.alternatives.front().c_str());
       for (std::size_t i = 1; i < term.alternatives.size(); ++i) {
-        AppendAtSamePosition(stream, term.alternatives[i]);
+        stream.AddAtSamePosition(term.alternatives[i].c_str());
       }
     }
     const CTavoFieldList columns = phrase.columns & columns_;
     if (columns.IsEmpty() != 0) return {};
-    return (columns == columns_ ? std::string() : ColumnFilter(columns)) + Quote(stream);
+    return (columns == columns_ ? std::string() : ColumnFilter(columns)) + Quote(stream.Get());
   }
 
   static std::string ColumnFilter(const CTavoFieldList& columns) {
@@ -46,7 +46,7 @@ class ExpressionWriter {
     return filter + "} : ";
   }
 
-  static std::string Quote(const std::string& stream) {
+  static std::string Quote(std::string_view stream) {
     std::string quoted = "\"";
     for (const char c : stream) quoted.append(c == '"' ? 2 : 1, c);
     return quoted + '"';

@@ -5,19 +5,16 @@
 #include "Support/foundation/HostPath.h"
 #include "programs/engine/EngineError.h"
 #include "programs/engine/FullText.h"
-#include "programs/engine/WordStream.h"
 
 namespace vemra::engine {
 namespace {
 
 // One batch. Larger ones index no faster and cost memory.
-constexpr std::size_t kBatchBytes = std::size_t{12} << 20;
+constexpr std::size_t kBatchBytes = std::size_t{18} << 20;
 constexpr int kBatchTexts = 4000;
 // Each batch leaves a part of the index of its own. A few are searched as fast as one, and to merge
 // them takes a tenth of the time of indexing.
 constexpr int kPartsSearchedAsOne = 8;
-// A buffer that a long text has blown up is given back.
-constexpr std::size_t kKeptStreamBytes = std::size_t{1} << 20;
 
 constexpr int kSharingViolation = 32;
 constexpr int kLockViolation = 33;
@@ -81,34 +78,30 @@ std::uint32_t IndexWriter::BeginText() {
   text_.number = lastNumber_ + 1;
   layout_.Clear();
   lastFieldno_ = kNoField;
-  for (const int fieldno : columns_) {
-    std::string& stream = streams_[static_cast<std::size_t>(fieldno)];
-    stream.clear();
-    if (stream.capacity() > kKeptStreamBytes) stream.shrink_to_fit();
-  }
+  for (const int fieldno : columns_) streams_[static_cast<std::size_t>(fieldno)].Clear();
   return static_cast<std::uint32_t>(text_.number);
 }
 
-void IndexWriter::AddWord(int fieldno, std::string_view word) {
+void IndexWriter::AddWord(int fieldno, const char* word) {
   const auto field = static_cast<std::size_t>(fieldno);
   if (field >= isColumn_.size() || !isColumn_[field]) return;
-  AppendWord(streams_[field], word);
+  streams_[field].Add(word);
   lastFieldno_ = fieldno;
   layout_.AddWord(fieldno);
   ++text_.words;
 }
 
-void IndexWriter::AddAtSamePosition(int fieldno, std::string_view word) {
+void IndexWriter::AddAtSamePosition(int fieldno, const char* word) {
   const auto field = static_cast<std::size_t>(fieldno);
   if (field >= isColumn_.size() || !isColumn_[field]) return;
-  AppendAtSamePosition(streams_[field], word);
+  streams_[field].AddAtSamePosition(word);
 }
 
 // It goes to the column of the words that it stands for, at the last of them.
 void IndexWriter::AddExpression(int fieldno, std::string_view expression) {
   if (lastFieldno_ == kNoField) return;
-  AppendAtSamePosition(streams_[static_cast<std::size_t>(lastFieldno_)],
-                       ExpressionToken(fieldno, expression));
+  const std::string token = ExpressionToken(fieldno, expression);
+  streams_[static_cast<std::size_t>(lastFieldno_)].AddAtSamePosition(token.c_str());
 }
 
 void IndexWriter::StartSentence() {
@@ -165,12 +158,12 @@ void IndexWriter::EmptyIndex() {
 void IndexWriter::StoreWords() {
   int index = 0;
   for (const int fieldno : columns_) {
-    const std::string& stream = streams_[static_cast<std::size_t>(fieldno)];
-    batchBytes_ += stream.size();
-    if (stream.empty()) {
+    WordStream& stream = streams_[static_cast<std::size_t>(fieldno)];
+    batchBytes_ += stream.GetSize();
+    if (stream.GetSize() == 0) {
       insertWords_->BindNull(++index);
     } else {
-      insertWords_->BindTerminated(++index, stream);
+      insertWords_->BindTerminated(++index, stream.Get());
     }
   }
   insertWords_->Bind(++index, text_.number);

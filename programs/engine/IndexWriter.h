@@ -12,6 +12,7 @@
 #include "programs/engine/IndexDatabase.h"
 #include "programs/engine/Layout.h"
 #include "programs/engine/Sqlite.h"
+#include "programs/engine/WordStream.h"
 
 namespace vemra::engine {
 
@@ -34,10 +35,10 @@ class IndexWriter {
   // Begins a text; what an unfinished one has left is forgotten. Returns its number, from 1: that
   // of an unfinished text is given again.
   std::uint32_t BeginText();
-  // The parts of the current text. A word holds no NUL; of one longer than 32768 bytes only those
-  // are kept, and only those are compared. A word of a field that is not kept is dropped.
-  void AddWord(int fieldno, std::string_view word);
-  void AddAtSamePosition(int fieldno, std::string_view word);
+  // The parts of the current text. A word ends with a NUL; of one longer than WordStream::kMaxWord
+  // only so much is kept, and compared. A word of a field that is not kept is dropped.
+  void AddWord(int fieldno, const char* word);
+  void AddAtSamePosition(int fieldno, const char* word);
   // An expression of a field, which stands for the words that were just added.
   void AddExpression(int fieldno, std::string_view expression);
   // The next word begins a sentence, or a paragraph and with it a sentence.
@@ -69,10 +70,10 @@ class IndexWriter {
   std::array<bool, kMaxFields> isColumn_{};
   bool emptied_ = false;
   std::uint32_t lastNumber_ = 0;
-  TextRecord text_;                                // the current one
-  std::array<std::string, kMaxFields> streams_{};  // its words by field (WordStream.h)
-  int lastFieldno_ = kNoField;                     // that its last word was added to
-  LayoutWriter layout_;                            // and how they follow each other
+  TextRecord text_;                               // the current one
+  std::array<WordStream, kMaxFields> streams_{};  // its words by field
+  int lastFieldno_ = kNoField;                    // that its last word was added to
+  LayoutWriter layout_;                           // and how they follow each other
   std::size_t batchBytes_ = 0;
   int batchTexts_ = 0;
   int parts_ = 0;  // of the index, one a batch

@@ -89,8 +89,8 @@ void Statement::BindBlob(int index, std::string_view bytes) {
   Check(sqlite3_bind_blob64(handle_.get(), index, data, bytes.size(), SQLITE_STATIC));
 }
 
-void Statement::BindTerminated(int index, const std::string& text) {
-  Check(sqlite3_bind_text(handle_.get(), index, text.c_str(), -1, SQLITE_STATIC));
+void Statement::BindTerminated(int index, const char* text) {
+  Check(sqlite3_bind_text(handle_.get(), index, text, -1, SQLITE_STATIC));
 }
 
 void Statement::BindNull(int index) {

@@ -46,8 +46,8 @@ class Statement {
   void Bind(int index, std::int64_t value);
   void BindText(int index, std::string_view bytes);
   void BindBlob(int index, std::string_view bytes);
-  // A text that holds no NUL and ends in one; it saves SQLite a copy.
-  void BindTerminated(int index, const std::string& text);
+  // A text that ends with a NUL; it saves SQLite a copy.
+  void BindTerminated(int index, const char* text);
   void BindNull(int index);
 
   // True for a row, false at the end.

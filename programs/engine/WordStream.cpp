@@ -1,56 +1,57 @@
 #include "programs/engine/WordStream.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace vemra::engine {
 namespace {
 
-constexpr char kNextPosition = 1;
-constexpr char kSamePosition = 2;
-constexpr char kEscape = 3;
-constexpr char kEscapedOffset = 64;
 constexpr char kExpression = 4;
+constexpr std::size_t kMostKept = std::size_t{1} << 20;  // bytes
 
-bool NeedsEscape(char c) {
-  return static_cast<unsigned char>(c) <= kEscape;
-}
-bool IsMarker(char c) {
-  return c == kNextPosition || c == kSamePosition;
-}
+constexpr unsigned kDigitBits = 7;
+constexpr unsigned kDigitMark = 1 << kDigitBits;
 
-void Append(std::string& stream, char marker, std::string_view word) {
-  stream += marker;
-  if (std::none_of(word.begin(), word.end(), NeedsEscape)) {
-    stream += word;
-    return;
-  }
-  for (const char c : word) {
-    if (NeedsEscape(c)) {
-      stream += kEscape;
-      stream += static_cast<char>(c + kEscapedOffset);
-    } else {
-      stream += c;
-    }
-  }
+char MakeDigit(std::size_t number, unsigned place) {
+  return static_cast<char>(number >> (place * kDigitBits) | kDigitMark);
 }
 
-std::string Unescape(std::string_view bytes) {
-  std::string word;
-  for (std::size_t i = 0; i < bytes.size(); ++i) {
-    const bool escaped = bytes[i] == kEscape && i + 1 < bytes.size();
-    word += escaped ? static_cast<char>(bytes[++i] - kEscapedOffset) : bytes[i];
-  }
-  return word;
+std::size_t ReadDigit(char digit, unsigned place) {
+  return std::size_t{static_cast<unsigned char>(digit) & (kDigitMark - 1)} << (place * kDigitBits);
 }
 
 }  // namespace
 
-void AppendWord(std::string& stream, std::string_view word) {
-  Append(stream, kNextPosition, word);
+void WordStream::Append(char marker, const char* word) {
+  const std::size_t length = std::min(std::strlen(word), kMaxWord);
+  const std::size_t size = size_ + kHeader + length;
+  if (size >= capacity_) Reserve(size + 1);
+  char* const begin = bytes_.get() + size_;
+  begin[0] = marker;
+  for (unsigned i = 0; i < kHeader - 1; ++i) begin[i + 1] = MakeDigit(length, i);
+  std::memcpy(begin + kHeader, word, length);
+  size_ = size;
 }
 
-void AppendAtSamePosition(std::string& stream, std::string_view word) {
-  Append(stream, kSamePosition, word);
+void WordStream::Reserve(std::size_t size) {
+  const std::size_t capacity = std::max(size, capacity_ * 2);
+  std::unique_ptr<char[]> bytes(new char[capacity]);
+  std::copy_n(bytes_.get(), size_, bytes.get());
+  bytes_ = std::move(bytes);
+  capacity_ = capacity;
+}
+
+const char* WordStream::Get() {
+  if (capacity_ == 0) Reserve(1);
+  bytes_[size_] = '\0';
+  return bytes_.get();
+}
+
+void WordStream::Clear() {
+  size_ = 0;
+  if (capacity_ <= kMostKept) return;
+  bytes_.reset();
+  capacity_ = 0;
 }
 
 std::string ExpressionToken(int fieldno, std::string_view expression) {
@@ -61,26 +62,15 @@ bool IsExpressionToken(std::string_view word) {
   return word.starts_with(kExpression);
 }
 
-WordStreamReader::WordStreamReader(std::string_view stream) : stream_(stream) {
-  while (cursor_ < stream_.size() && !IsMarker(stream_[cursor_])) ++cursor_;
-}
-
 bool WordStreamReader::Next() {
-  if (cursor_ >= stream_.size()) return false;
-  begin_ = cursor_;
-  samePosition_ = stream_[cursor_++] == kSamePosition;
-  const std::size_t start = cursor_;
-  bool escaped = false;
-  for (; cursor_ < stream_.size(); ++cursor_) {
-    if (!NeedsEscape(stream_[cursor_])) continue;
-    if (IsMarker(stream_[cursor_])) break;
-    escaped = true;
-  }
-  word_ = stream_.substr(start, cursor_ - start);
-  if (escaped) {
-    unescaped_ = Unescape(word_);
-    word_ = unescaped_;
-  }
+  const std::string_view rest = stream_.substr(end_);
+  if (rest.size() < WordStream::kHeader) return false;
+  samePosition_ = rest[0] == WordStream::kSamePosition;
+  if (!samePosition_ && rest[0] != WordStream::kNextPosition) return false;
+  const std::size_t length = ReadDigit(rest[1], 0) | ReadDigit(rest[2], 1) | ReadDigit(rest[3], 2);
+  word_ = rest.substr(WordStream::kHeader, length);
+  begin_ = end_;
+  end_ += WordStream::kHeader + word_.size();
   return true;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -8,39 +9,65 @@
 // they pass through SQLite to the full-text index.
 //
 // A word is a marker byte, 1 for a word at the next position and 2 for a further word at the same
-// position, followed by its bytes. Bytes 0 to 3 of a word are written as the byte 3 and the byte
-// plus 64, so that a stream holds no NUL whatever its words hold.
+// position, the number of its bytes as three digits of seven bits, lowest first, the high bit set
+// on each, and its bytes. So a stream holds no NUL, and is written and read without a look at the
+// bytes of its words.
 namespace vemra::engine {
 
-void AppendWord(std::string& stream, std::string_view word);
-void AppendAtSamePosition(std::string& stream, std::string_view word);
+class WordStream {
+ public:
+  // The bytes of a word that are kept; the full-text index itself compares no more.
+  static constexpr std::size_t kMaxWord = 32768;
+
+  // word ends with a NUL, as the words that the library hands to an engine.
+  void Add(const char* word) { Append(kNextPosition, word); }
+  void AddAtSamePosition(const char* word) { Append(kSamePosition, word); }
+  // Keeps the memory for the next words, save what a long text has taken.
+  void Clear();
+
+  std::size_t GetSize() const { return size_; }
+  // Ended by a NUL. Valid until the next change.
+  const char* Get();
+
+ private:
+  friend class WordStreamReader;
+
+  static constexpr char kNextPosition = 1;
+  static constexpr char kSamePosition = 2;
+  static constexpr std::size_t kHeader = 4;
+
+  void Append(char marker, const char* word);
+  void Reserve(std::size_t size);
+
+  std::unique_ptr<char[]> bytes_;
+  std::size_t size_ = 0;
+  std::size_t capacity_ = 0;
+};
 
 // The word that stands for an expression of a field. No word of a document begins as it does, with
 // a control character.
 std::string ExpressionToken(int fieldno, std::string_view expression);
 bool IsExpressionToken(std::string_view word);
 
-// Reads a stream. Bytes before the first marker belong to no word and are passed over.
+// Reads a stream, up to what is none.
 class WordStreamReader {
  public:
-  explicit WordStreamReader(std::string_view stream);
+  explicit WordStreamReader(std::string_view stream) : stream_(stream) {}
 
   // Moves to the next word; false at the end.
   bool Next();
-  // Valid until the next call of Next.
   std::string_view Word() const { return word_; }
   bool IsAtSamePosition() const { return samePosition_; }
   // The word's bytes in the stream, marker included.
   std::size_t Begin() const { return begin_; }
-  std::size_t End() const { return cursor_; }
+  std::size_t End() const { return end_; }
 
  private:
   std::string_view stream_;
   std::size_t begin_ = 0;
-  std::size_t cursor_ = 0;
+  std::size_t end_ = 0;
   bool samePosition_ = false;
   std::string_view word_;
-  std::string unescaped_;
 };
 
 }  // namespace vemra::engine

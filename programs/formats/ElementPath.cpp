@@ -17,12 +17,6 @@ std::uint16_t ReachOfEndTag(const HtmlElement& element) {
   return (element.group & kGroupItem) != 0 ? reach | kGroupList : reach;
 }
 
-std::uint32_t HashName(std::string_view name) {
-  std::uint32_t hash = 2166136261U;  // FNV-1a
-  for (const char c : name) hash = (hash ^ static_cast<unsigned char>(c)) * 16777619U;
-  return hash;
-}
-
 }  // namespace
 
 void ElementPath::Clear() {
@@ -30,7 +24,7 @@ void ElementPath::Clear() {
 }
 
 void ElementPath::EndImplied(const HtmlElement& element) {
-  if (element.closes == kNoGroup) return;
+  if (open_.empty() || (open_.back().groups & element.closes) == 0) return;
   std::size_t keep = open_.size();
   for (std::size_t i = open_.size(); i-- > 0;) {
     const std::uint16_t group = open_[i].element->group;
@@ -40,18 +34,22 @@ void ElementPath::EndImplied(const HtmlElement& element) {
   CutTo(keep);
 }
 
-bool ElementPath::Open(const HtmlElement& element, std::string_view name) {
+bool ElementPath::Open(const HtmlElement& element, std::string_view name, std::uint32_t hash) {
   if (open_.size() >= kMaxDepth) return false;
   const bool verbatim = IsVerbatim() || element.content == HtmlContent::kVerbatim;
   const auto start = static_cast<std::uint32_t>(text_.size());
-  if (open_.size() < kMaxNamed) text_.append(1, '<').append(name).append(1, '>');
-  open_.push_back({&element, HashName(name), start, verbatim});
+  if (open_.size() < kMaxNamed) {
+    text_ += '<';
+    text_ += name;
+    text_ += '>';
+  }
+  open_.push_back({&element, hash, start, verbatim, kNoGroup, 0});
+  Enclose(open_.size() - 1);
   return true;
 }
 
-void ElementPath::Close(const HtmlElement& element, std::string_view name) {
+void ElementPath::Close(const HtmlElement& element, std::uint32_t hash) {
   const std::uint16_t reach = ReachOfEndTag(element);
-  const std::uint32_t hash = HashName(name);
   for (std::size_t i = open_.size(); i-- > 0;) {
     if (open_[i].element == &element && open_[i].hash == hash) {
       return element.boundary == HtmlBoundary::kInline ? Remove(i) : CutTo(i);
@@ -69,7 +67,7 @@ void ElementPath::CutTo(std::size_t depth) {
   if (depth >= open_.size()) return;
   if (markup_ != nullptr) markup_->CutTo(depth);
   text_.resize(open_[depth].start);
-  open_.resize(depth);
+  open_.erase(open_.begin() + static_cast<std::ptrdiff_t>(depth), open_.end());
 }
 
 void ElementPath::Remove(std::size_t index) {
@@ -80,7 +78,21 @@ void ElementPath::Remove(std::size_t index) {
       next < open_.size() ? open_[next].start : static_cast<std::uint32_t>(text_.size());
   text_.erase(start, end - start);
   open_.erase(open_.begin() + static_cast<std::ptrdiff_t>(index));
-  for (std::size_t i = index; i < open_.size(); ++i) open_[i].start -= end - start;
+  for (std::size_t i = index; i < open_.size(); ++i) {
+    open_[i].start -= end - start;
+    Enclose(i);
+  }
+}
+
+// Finds out what the index-th entry takes over from the one around it.
+void ElementPath::Enclose(std::size_t index) {
+  Entry& entry = open_[index];
+  entry.groups = entry.element->group;
+  entry.pathHash = entry.hash;
+  if (index == 0) return;
+  const Entry& around = open_[index - 1];
+  entry.groups |= around.groups;
+  entry.pathHash += around.pathHash * 31;
 }
 
 }  // namespace vemra

@@ -23,17 +23,19 @@ class ElementPath {
   explicit ElementPath(MarkupStack* markup = nullptr) : markup_(markup) {}
 
   const std::string& GetText() const { return text_; }
+  // Of the names in it: other than that of most other paths.
+  std::uint32_t GetHash() const { return open_.empty() ? 0 : open_.back().pathHash; }
   void Clear();
 
   // Ends the elements that a start tag of this element ends by being there.
   void EndImplied(const HtmlElement& element);
-  // name is that of the tag, which for an unknown element is not in element. Returns whether the
-  // element has been opened.
-  bool Open(const HtmlElement& element, std::string_view name);
-  // Ends the nearest open element of that name, with those inside it; of an inline element only
-  // itself, so that crossed tags end what they name. Does nothing when there is none in reach: end
-  // tags do not reach out of a table cell, list or object.
-  void Close(const HtmlElement& element, std::string_view name);
+  // name is that of the tag, which for an unknown element is not in element, hash its HashName.
+  // Returns whether the element has been opened.
+  bool Open(const HtmlElement& element, std::string_view name, std::uint32_t hash);
+  // Ends the nearest open element of a name with that hash, with those inside it; of an inline
+  // element only itself, so that crossed tags end what they name. Does nothing when there is none
+  // in reach: end tags do not reach out of a table cell, list or object.
+  void Close(const HtmlElement& element, std::uint32_t hash);
   void CloseLast() { CutTo(open_.size() - 1); }
 
   bool IsOpen(const HtmlElement& element) const;
@@ -46,10 +48,14 @@ class ElementPath {
     std::uint32_t hash;   // of the name, which tells unknown elements apart
     std::uint32_t start;  // of its part of the text
     bool verbatim;
+    // Of this element and those that it is in.
+    std::uint16_t groups;
+    std::uint32_t pathHash;
   };
 
   void CutTo(std::size_t depth);
   void Remove(std::size_t index);
+  void Enclose(std::size_t index);
 
   MarkupStack* markup_;
   std::vector<Entry> open_;

@@ -57,12 +57,6 @@ void FormatParser::Deliver(std::string_view text, SectionMarkup markup) {
   Deliver(text);
 }
 
-bool FormatParser::WritesMarkup() const {
-  const TavoHighlightWrapper* highlight = GetHighlightWrapper();
-  return keepsMarkup_ &&
-         (highlight == nullptr || highlight->GetMode() == TavoHighlightWrapper::kWholeDocument);
-}
-
 void FormatParser::WriteMarkup(std::string_view markup) {
   if (!markup.empty() && WritesMarkup()) GetOutput()->Write(std::string(markup));
 }

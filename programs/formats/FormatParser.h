@@ -60,7 +60,7 @@ class FormatParser : public TavoParseFile {
   SectionMarkup TakeSectionMarkup() { return std::exchange(markup_, {}); }
 
   // Whether markup goes to the output, be the text around it printable or not.
-  bool WritesMarkup() const;
+  bool WritesMarkup() const { return keepsMarkup_ && WritesDocument(GetHighlightWrapper()); }
   void WriteMarkup(std::string_view markup);
   // Text that is not the document's, such as the line ends between blocks: goes to the output when
   // text is written.

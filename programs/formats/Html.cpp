@@ -30,6 +30,11 @@ std::vector<std::string> CollectAttributeNames(const CTavoFileINI& definitions) 
   return names;
 }
 
+// Tells most names apart that are not the same.
+std::uint64_t LengthBit(std::string_view name) {
+  return std::uint64_t{1} << std::min<std::size_t>(name.size(), 63);
+}
+
 // The value of the first attribute of that name.
 std::string_view FindValue(const std::vector<HtmlAttribute>& attributes, std::string_view name) {
   const auto found =
@@ -81,7 +86,7 @@ int HtmlParser::ParseInput(TavoInput* input) {
   }
   if (!DoStopParsing()) EndRun(HtmlBoundary::kBlock);
   path_.Clear();
-  WritePendingMarkup();
+  if (WritesMarkup()) WritePendingMarkup();
   return OnEnd();
 }
 
@@ -89,8 +94,11 @@ int HtmlParser::ParseInput(TavoInput* input) {
 void HtmlParser::Reset() {
   path_.Clear();
   markup_.Take();
+  pathFields_.Forget();
   pathChanged_ = true;
   wantedAttributes_ = CollectAttributeNames(GetWrapper()->GetFileINI());
+  wantedLengths_ = 0;
+  for (const std::string& name : wantedAttributes_) wantedLengths_ |= LengthBit(name);
   run_.Clear();
   runMarkup_.Start({});
   skipLineEnd_ = false;
@@ -112,17 +120,17 @@ void HtmlParser::HandleToken(HtmlTokenizer& tokenizer, const HtmlToken& token) {
   } else {
     HandleEndTag(token);
   }
-  WritePendingMarkup();
+  if (WritesMarkup()) WritePendingMarkup();
 }
 
 void HtmlParser::HandleStartTag(HtmlTokenizer& tokenizer, const HtmlToken& tag) {
-  const HtmlElement& element = FindHtmlElement(tag.text);
+  const HtmlElement& element = FindHtmlElement(tag.text, tag.nameHash);
   Break(element.boundary);
   if ((element.group & kGroupRoot) != 0 && path_.IsOpen(element)) return;
   path_.EndImplied(element);
-  if (element.name == "a") path_.Close(element, tag.text);  // links do not nest
-  if (!path_.Open(element, tag.text)) return;
-  OpenMarkup(element, tokenizer.GetAttributes());
+  if (element.name == "a") path_.Close(element, tag.nameHash);  // links do not nest
+  if (!path_.Open(element, tag.text, tag.nameHash)) return;
+  if (WritesMarkup()) OpenMarkup(element, tokenizer.GetAttributes());
 
   if (const std::string_view label = LabelOf(element, WritesMarkup()); !label.empty())
     label_ = label;
@@ -136,7 +144,6 @@ void HtmlParser::HandleStartTag(HtmlTokenizer& tokenizer, const HtmlToken& tag) 
 
 void HtmlParser::OpenMarkup(const HtmlElement& element,
                             const std::vector<HtmlAttribute>& attributes) {
-  if (!WritesMarkup()) return;
   if (NameInPage(element).empty()) return markup_.Open({});
   std::vector<PlainAttribute> written;
   for (const HtmlAttribute& attribute : attributes) {
@@ -149,7 +156,6 @@ void HtmlParser::OpenMarkup(const HtmlElement& element,
 
 // Within a run the tags go with its text.
 void HtmlParser::WritePendingMarkup() {
-  if (!WritesMarkup()) return;
   std::vector<MarkupTag> tags = markup_.Take();
   if (tags.empty()) return;
   if (!run_.IsEmpty()) {
@@ -173,10 +179,10 @@ void HtmlParser::HandleContent(HtmlTokenizer& tokenizer, const HtmlElement& elem
 
 // An end tag without its start tag still parts what stands before and after it.
 void HtmlParser::HandleEndTag(const HtmlToken& tag) {
-  const HtmlElement& element = FindHtmlElement(tag.text);
+  const HtmlElement& element = FindHtmlElement(tag.text, tag.nameHash);
   Break(element.boundary);
   if (element.boundary >= HtmlBoundary::kLine) label_ = {};
-  if ((element.group & kGroupRoot) == 0) path_.Close(element, tag.text);
+  if ((element.group & kGroupRoot) == 0) path_.Close(element, tag.nameHash);
 }
 
 void HtmlParser::HandleText(std::string_view text) {
@@ -199,11 +205,14 @@ void HtmlParser::HandleText(std::string_view text) {
 }
 
 void HtmlParser::StartText() {
-  const CTavoFieldList& fields = GetElementFields();
-  if (!run_.IsEmpty() && !(fields == runFields_)) EndRun(HtmlBoundary::kCut);
+  if (pathChanged_) {
+    const CTavoFieldList& fields = pathFields_.Find(GetWrapper()->GetFileINI(), path_);
+    if (!run_.IsEmpty() && !(fields == runFields_)) EndRun(HtmlBoundary::kCut);
+    runFields_ = fields;
+    runIsVerbatim_ = path_.IsVerbatim();
+    pathChanged_ = false;
+  }
   if (run_.IsEmpty()) runMarkup_.Start(markup_.GetOpenLink());
-  runFields_ = fields;
-  runIsVerbatim_ = path_.IsVerbatim();
 }
 
 // Moves text's first character reference, or what stands before it, to the run.
@@ -271,13 +280,14 @@ void HtmlParser::HandleMetaInPage(const std::string& name, std::string_view cont
   AppendEscaped(MakeLabel(name), label);
   EndRun(HtmlBoundary::kLine);
   const std::size_t depth = markup_.GetDepth();
-  markup_.Open(MakeTag(FindHtmlElement("div"), {}));
+  markup_.Open(MakeTag(FindHtmlElement("div", HashName("div")), {}));
   WritePendingMarkup();
   HandleValue(name, content, label, "");
   markup_.CutTo(depth);
 }
 
 const std::string* HtmlParser::FindWantedAttribute(std::string_view name) const {
+  if ((wantedLengths_ & LengthBit(name)) == 0) return nullptr;
   const auto found =
       std::find_if(wantedAttributes_.begin(), wantedAttributes_.end(),
                    [name](const std::string& wanted) { return EqualsNoCase(name, wanted); });
@@ -375,15 +385,6 @@ void HtmlParser::WriteGap(bool space) {
   label_ = {};
   gap_ = HtmlBoundary::kInline;
   hasWritten_ = true;
-}
-
-const CTavoFieldList& HtmlParser::GetElementFields() {
-  if (pathChanged_) {
-    GetWrapper()->GetFileINI().CheckFields(elementFields_, path_.GetText());
-    if (elementFields_.IsEmpty()) elementFields_.Set(0);  // the general field
-    pathChanged_ = false;
-  }
-  return elementFields_;
 }
 
 }  // namespace vemra

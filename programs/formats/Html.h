@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -10,6 +11,7 @@
 #include "programs/formats/FormatParser.h"
 #include "programs/formats/HtmlTokenizer.h"
 #include "programs/formats/MarkupStack.h"
+#include "programs/formats/PathFields.h"
 #include "programs/formats/RunMarkup.h"
 #include "programs/formats/RunText.h"
 
@@ -45,7 +47,7 @@ class HtmlParser : public FormatParser {
   void HandleEndTag(const HtmlToken& tag);
   void HandleContent(HtmlTokenizer& tokenizer, const HtmlElement& element);
 
-  // Markup.
+  // Markup, where it is written.
   void OpenMarkup(const HtmlElement& element, const std::vector<HtmlAttribute>& attributes);
   void WritePendingMarkup();
 
@@ -72,13 +74,13 @@ class HtmlParser : public FormatParser {
   void WriteTrailingTags();
   void WriteTags(const SectionMarkup& markup);
   void WriteGap(bool space);
-  const CTavoFieldList& GetElementFields();
 
   MarkupStack markup_;  // before its user
   ElementPath path_{&markup_};
-  bool pathChanged_ = true;  // since elementFields_ were looked up
-  CTavoFieldList elementFields_;
+  bool pathChanged_ = true;  // since runFields_ were looked up
+  PathFields pathFields_;
   std::vector<std::string> wantedAttributes_;  // that any rule of the file type names
+  std::uint64_t wantedLengths_ = 0;            // the LengthBits of those
 
   RunText run_;
   RunMarkup runMarkup_;

@@ -139,19 +139,19 @@ constexpr HtmlElement kElements[] = {
 constexpr HtmlElement kUnknown = {"",       HtmlBoundary::kCut, HtmlContent::kMarkup,
                                   kNoGroup, kGroupHead,         kNoGroup};
 
-// A table addressed by a hash of the name, since every tag of a document is looked up.
+// A table addressed by the hash of the name, since every tag of a document is looked up.
 class ElementTable {
  public:
-  ElementTable() {
+  constexpr ElementTable() {
     for (const HtmlElement& element : kElements) {
-      std::size_t slot = Hash(element.name);
+      std::size_t slot = HashName(element.name) % kSlots;
       while (slots_[slot] != nullptr) slot = (slot + 1) % kSlots;
       slots_[slot] = &element;
     }
   }
 
-  const HtmlElement& Find(std::string_view name) const {
-    for (std::size_t slot = Hash(name); slots_[slot] != nullptr; slot = (slot + 1) % kSlots) {
+  const HtmlElement& Find(std::string_view name, std::uint32_t hash) const {
+    for (std::size_t slot = hash % kSlots; slots_[slot] != nullptr; slot = (slot + 1) % kSlots) {
       if (slots_[slot]->name == name) return *slots_[slot];
     }
     return kUnknown;
@@ -161,20 +161,15 @@ class ElementTable {
   static constexpr std::size_t kSlots = 512;
   static_assert(std::size(kElements) < kSlots / 2);
 
-  static std::size_t Hash(std::string_view name) {
-    std::size_t hash = name.size();
-    for (const char c : name) hash = hash * 31 + static_cast<unsigned char>(c);
-    return hash % kSlots;
-  }
-
   std::array<const HtmlElement*, kSlots> slots_{};
 };
 
+constexpr ElementTable kTable;
+
 }  // namespace
 
-const HtmlElement& FindHtmlElement(std::string_view name) {
-  static const ElementTable table;
-  return table.Find(name);
+const HtmlElement& FindHtmlElement(std::string_view name, std::uint32_t hash) {
+  return kTable.Find(name, hash);
 }
 
 }  // namespace vemra

@@ -55,7 +55,20 @@ struct HtmlElement {
   std::uint16_t within;  // ... up to the nearest element of these groups
 };
 
-// The element of a lower-case name; one without a name, which only cuts, for any other.
-const HtmlElement& FindHtmlElement(std::string_view name);
+// The hash of a lower-case name (FNV-1a), by which elements are found and told apart: that of no
+// character, that with one more, that of a whole name.
+inline constexpr std::uint32_t kNameHashStart = 2166136261U;
+constexpr std::uint32_t AddToNameHash(std::uint32_t hash, char c) {
+  return (hash ^ static_cast<unsigned char>(c)) * 16777619U;
+}
+constexpr std::uint32_t HashName(std::string_view name) {
+  std::uint32_t hash = kNameHashStart;
+  for (const char c : name) hash = AddToNameHash(hash, c);
+  return hash;
+}
+
+// The element of a lower-case name and its hash; one without a name, which only cuts, for any
+// other.
+const HtmlElement& FindHtmlElement(std::string_view name, std::uint32_t hash);
 
 }  // namespace vemra

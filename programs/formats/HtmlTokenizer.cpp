@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "programs/formats/HtmlElement.h"
 #include "programs/formats/WhiteSpace.h"
 
 namespace vemra {
@@ -11,32 +12,39 @@ namespace {
 using ByteTable = std::array<bool, 256>;
 
 // White space and the characters given.
-ByteTable BlanksAnd(std::string_view others) {
+constexpr ByteTable BlanksAnd(std::string_view others) {
   ByteTable table = kIsBlank;
   for (const char c : others) table[static_cast<unsigned char>(c)] = true;
   return table;
 }
 
+constexpr ByteTable kNameEnds = BlanksAnd("/><");
+constexpr ByteTable kAttributeNameEnds = BlanksAnd("/>=");
+constexpr ByteTable kValueEnds = BlanksAnd(">");
+constexpr ByteTable kNoBlanks = [] {
+  ByteTable table = kIsBlank;
+  for (bool& member : table) member = !member;
+  return table;
+}();
+
 bool Has(const ByteTable& table, char c) {
   return table[static_cast<unsigned char>(c)];
 }
 
-std::size_t PastLast(std::string_view text, char c) {
-  const std::size_t last = text.rfind(c);
-  return last == std::string_view::npos ? 0 : last + 1;
+// The first byte from there on that is in the table, or the end.
+std::size_t FindMember(const ByteTable& table, std::string_view page, std::size_t from) {
+  while (from < page.size() && !Has(table, page[from])) ++from;
+  return from;
 }
 
 }  // namespace
 
 HtmlTokenizer::HtmlTokenizer(std::string_view page)
-    : page_(page),
-      tagsEnd_(PastLast(page, '>')),
-      quotesEnd_(PastLast(page, '"')),
-      apostrophesEnd_(PastLast(page, '\'')) {}
+    : page_(page), tagsEnd_(page.rfind('>') + 1) {}  // 0 when there is none
 
 HtmlToken HtmlTokenizer::Next() {
   while (position_ < page_.size()) {
-    if (!IsMarkup(position_)) return TakeText();
+    if (page_[position_] != '<' || !IsMarkup(position_)) return TakeText();
     const char next = At(position_ + 1);
     if (IsAsciiAlpha(next) || (next == '/' && IsAsciiAlpha(At(position_ + 2)))) return TakeTag();
     SkipMarkup();
@@ -65,7 +73,7 @@ HtmlToken HtmlTokenizer::TakeTag() {
   TakeName();
   const bool isEmptyElement = TakeAttributes();
   return {isEnd ? HtmlToken::kEndTag : HtmlToken::kStartTag,
-          std::string_view(name_.data(), nameLength_), isEmptyElement};
+          std::string_view(name_.data(), nameLength_), nameHash_, isEmptyElement};
 }
 
 void HtmlTokenizer::SkipMarkup() {
@@ -106,20 +114,30 @@ void HtmlTokenizer::SkipPast(std::string_view terminator) {
   position_ = found == std::string_view::npos ? page_.size() : found + terminator.size();
 }
 
-// Also ends before a "<": a tag whose ">" was forgotten.
+// Also ends before a "<": a tag whose ">" was forgotten. A ">" there is, since tags begin before
+// the last one.
 void HtmlTokenizer::TakeName() {
-  static const ByteTable ends = BlanksAnd("/><");
-  nameLength_ = 0;
-  for (; position_ < page_.size(); ++position_) {
-    const char c = page_[position_];
-    if (Has(ends, c)) break;
-    if (nameLength_ < kMaxName) name_[nameLength_++] = ToAsciiLower(c);
+  std::size_t length = 0;
+  std::uint32_t hash = kNameHashStart;
+  std::size_t end = position_;
+  for (; !Has(kNameEnds, page_[end]); ++end) {
+    if (length == kMaxName) continue;
+    const char c = ToAsciiLower(page_[end]);
+    name_[length++] = c;
+    hash = AddToNameHash(hash, c);
   }
+  position_ = end;
+  nameLength_ = length;
+  nameHash_ = hash;
 }
 
 // Returns whether a slash ends the tag.
 bool HtmlTokenizer::TakeAttributes() {
   attributes_.clear();
+  if (page_[position_] == '>') {  // as in most tags
+    ++position_;
+    return false;
+  }
   bool slash = false;
   while (position_ < page_.size()) {
     SkipBlanks();
@@ -140,10 +158,9 @@ bool HtmlTokenizer::TakeAttributes() {
 }
 
 std::string_view HtmlTokenizer::TakeAttributeName() {
-  static const ByteTable ends = BlanksAnd("/>=");
   const std::size_t start = position_;
-  if (At(position_) == '=') ++position_;  // a stray "=" begins a name
-  while (position_ < page_.size() && !Has(ends, page_[position_])) ++position_;
+  const std::size_t first = At(start) == '=' ? start + 1 : start;  // a stray "=" begins a name
+  position_ = FindMember(kAttributeNameEnds, page_, first);
   return page_.substr(start, position_ - start);
 }
 
@@ -157,20 +174,24 @@ std::string_view HtmlTokenizer::TakeAttributeValue() {
   std::size_t start = position_;
   if (quote == '"' || quote == '\'') {
     ++start;
-    if (start < (quote == '"' ? quotesEnd_ : apostrophesEnd_)) {
-      const std::size_t end = page_.find(quote, start);
+    if (const std::size_t end = FindQuote(quote, start); end != std::string_view::npos) {
       position_ = end + 1;
       return page_.substr(start, end - start);
     }
   }
-  while (position_ < page_.size() && !IsBlank(page_[position_]) && page_[position_] != '>') {
-    ++position_;
-  }
+  position_ = FindMember(kValueEnds, page_, position_);
   return page_.substr(start, position_ - start);
 }
 
+std::size_t HtmlTokenizer::FindQuote(char quote, std::size_t from) {
+  bool& isLeft = quote == '"' ? hasQuote_ : hasApostrophe_;
+  const std::size_t found = isLeft ? page_.find(quote, from) : std::string_view::npos;
+  isLeft = found != std::string_view::npos;
+  return found;
+}
+
 void HtmlTokenizer::SkipBlanks() {
-  while (position_ < page_.size() && IsBlank(page_[position_])) ++position_;
+  position_ = FindMember(kNoBlanks, page_, position_);
 }
 
 bool HtmlTokenizer::IsContentEnd(std::size_t position, std::string_view name) const {

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 #include <vector>
 
@@ -18,6 +19,7 @@ struct HtmlToken {
 
   Kind kind;
   std::string_view text;        // of text: as in the document; of a tag: its name in lower case
+  std::uint32_t nameHash = 0;   // of a tag: HashName of that
   bool isEmptyElement = false;  // a start tag that ends with "/>"
 };
 
@@ -56,19 +58,23 @@ class HtmlTokenizer {
   bool TakeAttributes();
   std::string_view TakeAttributeName();
   std::string_view TakeAttributeValue();
+  std::size_t FindQuote(char quote, std::size_t from);
   void SkipBlanks();
   bool IsContentEnd(std::size_t position, std::string_view name) const;
 
   std::string_view page_;
   std::size_t position_ = 0;
-  std::size_t tagsEnd_;    // after the last ">": a tag that begins beyond has no end
-  std::size_t quotesEnd_;  // the same for the quotes
-  std::size_t apostrophesEnd_;
+  std::size_t tagsEnd_;  // after the last ">": a tag that begins beyond has no end
   std::array<char, kMaxName> name_{};
   std::size_t nameLength_ = 0;
+  std::uint32_t nameHash_ = 0;
   std::vector<HtmlAttribute> attributes_;
   std::vector<std::string_view> unclosed_;  // names for which no end tag is left
-  bool hasDataEnd_ = true;                  // whether the end of a CDATA section may be left
+  // Whether one may be left: of each the absence is found out once, so that a page full of what
+  // lacks its end takes no more than linear time.
+  bool hasQuote_ = true;
+  bool hasApostrophe_ = true;
+  bool hasDataEnd_ = true;  // of a CDATA section
 };
 
 }  // namespace vemra

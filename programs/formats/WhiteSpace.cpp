@@ -6,13 +6,6 @@
 
 namespace vemra {
 
-const std::array<bool, 256> kIsBlank = [] {
-  std::array<bool, 256> table{};
-  std::fill_n(table.begin(), ' ' + 1, true);
-  table[127] = true;
-  return table;
-}();
-
 std::string_view TrimStart(std::string_view text) {
   while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
   return text;

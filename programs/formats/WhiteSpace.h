@@ -12,7 +12,12 @@ namespace vemra {
 
 // White space of markup. Control characters count as white space too, since they are made blanks
 // before text is handed over: the table holds 1 for every byte up to 32, and for 127.
-extern const std::array<bool, 256> kIsBlank;
+inline constexpr std::array<bool, 256> kIsBlank = [] {
+  std::array<bool, 256> table{};
+  std::fill_n(table.begin(), ' ' + 1, true);
+  table[127] = true;
+  return table;
+}();
 
 inline bool IsBlank(char c) {
   return kIsBlank[static_cast<unsigned char>(c)];

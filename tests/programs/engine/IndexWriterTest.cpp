@@ -16,7 +16,7 @@ const CTavoFieldList kGeneral = test::ListOf({0});
 void AddTexts(IndexWriter& writer, int count, const std::string& word) {
   for (int i = 0; i < count; ++i) {
     writer.BeginText();
-    writer.AddWord(0, word);
+    writer.AddWord(0, word.c_str());
     writer.EndText("Z:\\" + word, 3, 5);
   }
 }

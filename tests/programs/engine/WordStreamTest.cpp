@@ -15,20 +15,32 @@ TEST(WordStream, GivesAnyWordsBack) {
   std::mt19937 random(7);
   for (int round = 0; round < 2000; ++round) {
     Words words;
-    std::string stream;
+    WordStream stream;
     for (unsigned i = random() % 6; i > 0; --i) {
-      std::string word(random() % 5, '\0');
-      // Half of them from the few bytes that mean something in a stream.
-      for (char& c : word) c = static_cast<char>(random() % 2 == 0 ? random() % 5 : random() % 256);
+      // Lengths of one, two and three digits.
+      std::string word(random() % (random() % 20 == 0 ? WordStream::kMaxWord : 200), '\0');
+      for (char& c : word) c = static_cast<char>(random() % 255 + 1);
       const bool samePosition = random() % 3 == 0;
-      (samePosition ? AppendAtSamePosition : AppendWord)(stream, word);
+      samePosition ? stream.AddAtSamePosition(word.c_str()) : stream.Add(word.c_str());
       words.emplace_back(word, samePosition);
     }
     Words read;
-    WordStreamReader reader(stream);
+    WordStreamReader reader(stream.Get());  // as far as the first NUL
     while (reader.Next()) read.emplace_back(reader.Word(), reader.IsAtSamePosition());
     ASSERT_EQ(read, words);
-    ASSERT_EQ(stream.find('\0'), std::string::npos);
+  }
+}
+
+TEST(WordStream, CutsAWordAtItsMost) {
+  const std::string most(WordStream::kMaxWord, 'a');
+  WordStream stream;
+  for (const std::string& word : {most, most + 'b'}) {
+    stream.Clear();
+    stream.Add(word.c_str());
+    WordStreamReader reader(stream.Get());
+    ASSERT_TRUE(reader.Next());
+    EXPECT_EQ(reader.Word(), most);
+    EXPECT_FALSE(reader.Next());
   }
 }
 
@@ -36,7 +48,7 @@ TEST(WordStream, ReadsAnyBytes) {
   std::mt19937 random(8);
   for (int round = 0; round < 2000; ++round) {
     std::string bytes(random() % 12, '\0');
-    for (char& c : bytes) c = static_cast<char>(random() % 5);
+    for (char& c : bytes) c = static_cast<char>(random() % 5 + random() % 2 * 128);
     WordStreamReader reader(bytes);
     std::size_t end = 0;
     while (reader.Next()) {
