@@ -105,6 +105,9 @@ class SUPPORT_API CTavoFileINI {
   CTavoFieldList& CheckFields(CTavoFieldList& result, std::string_view path);
   CTavoFieldList& CheckFields(CTavoFieldList& result, std::string_view path,
                               std::string_view attributeName);
+  // Another number after every change, save that of the current file type, by which CheckFields may
+  // come to answer otherwise: for those who keep its answers.
+  std::uint64_t GetRevision() const { return revision_; }
   // Turns "name: value; ..." into "number:value;...". A query without ':' is returned as it is; a
   // segment without ':' gives an empty result. Kept: an unknown name discards what was built before
   // it. errors receives the query followed by one line for each unknown name, or nothing.

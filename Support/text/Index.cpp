@@ -81,10 +81,12 @@ void TavoIndex::OnDocumentEnd(TavoOutput* output, const TavoLangPack* pack) {
 void TavoIndex::IndexSection(TavoSection* section, const CTavoFieldList& fields, int /*reserved1*/,
                              int /*reserved2*/) {
   if (fields.IsEmpty()) return;
-  AddSortKeysAndEntries(*section, fields);
+  const CTavoFieldList asking =
+      FieldsWith(fields, fieldrule::kAltSort | fieldrule::kEntry | fieldrule::kExpressions);
+  AddSortKeysAndEntries(*section, asking);
   POSITION first = fields.GetStartPosition();
   IndexWords(*section, fields.GetNextFieldno(first));
-  IndexExpression(*section, FieldsWith(fields, fieldrule::kExpressions));
+  IndexExpression(*section, FieldsWith(asking, fieldrule::kExpressions));
 }
 
 std::uint32_t TavoIndex::GetRules(int field) const {

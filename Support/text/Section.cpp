@@ -58,6 +58,7 @@ void TavoSection::Clear() {
 }
 
 void TavoSection::DropItems() {
+  if (found_.items.empty() && found_.parts.empty()) return;  // as when it is new
   found_.words.clear();
   found_.items.clear();
   found_.parts.clear();

@@ -9,8 +9,9 @@
 namespace vemra::engine {
 namespace {
 
-// One batch. Larger ones index no faster and cost memory.
-constexpr std::size_t kBatchBytes = std::size_t{18} << 20;
+// One batch. The words of a larger one take more time, since what sorts them outgrows the
+// processor's cache, and memory; smaller ones make more parts.
+constexpr std::size_t kBatchBytes = std::size_t{12} << 20;
 constexpr int kBatchTexts = 4000;
 // Each batch leaves a part of the index of its own. A few are searched as fast as one, and to merge
 // them takes a tenth of the time of indexing.

@@ -74,6 +74,9 @@ std::string_view LabelOf(const HtmlElement& element, bool isPage) {
 
 }  // namespace
 
+HtmlParser::HtmlParser(TavoTHWrapper* wrapper, const CodePage& codePage)
+    : FormatParser(wrapper, codePage), pathFields_(wrapper->GetFileINI()) {}
+
 int HtmlParser::ParseInput(TavoInput* input) {
   const RestOfInput document(*input);
   OnStart();
@@ -94,7 +97,6 @@ int HtmlParser::ParseInput(TavoInput* input) {
 void HtmlParser::Reset() {
   path_.Clear();
   markup_.Take();
-  pathFields_.Forget();
   pathChanged_ = true;
   wantedAttributes_ = CollectAttributeNames(GetWrapper()->GetFileINI());
   wantedLengths_ = 0;
@@ -206,7 +208,7 @@ void HtmlParser::HandleText(std::string_view text) {
 
 void HtmlParser::StartText() {
   if (pathChanged_) {
-    const CTavoFieldList& fields = pathFields_.Find(GetWrapper()->GetFileINI(), path_);
+    const CTavoFieldList& fields = pathFields_.Find(path_);
     if (!run_.IsEmpty() && !(fields == runFields_)) EndRun(HtmlBoundary::kCut);
     runFields_ = fields;
     runIsVerbatim_ = path_.IsVerbatim();

@@ -34,7 +34,8 @@ namespace vemra {
 // title and meta elements are blocks then, with the same names.
 class HtmlParser : public FormatParser {
  public:
-  using FormatParser::FormatParser;
+  // Both are loans for the life of the parser.
+  HtmlParser(TavoTHWrapper* wrapper, const CodePage& codePage);
 
  protected:
   int ParseInput(TavoInput* input) override;

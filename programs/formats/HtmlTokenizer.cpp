@@ -31,11 +31,64 @@ bool Has(const ByteTable& table, char c) {
   return table[static_cast<unsigned char>(c)];
 }
 
-// The first byte from there on that is in the table, or the end.
-std::size_t FindMember(const ByteTable& table, std::string_view page, std::size_t from) {
-  while (from < page.size() && !Has(table, page[from])) ++from;
-  return from;
-}
+// Reads attributes from a place of a page. Not the tokenizer itself: a position that nothing else
+// can see stays in a register.
+class AttributeReader {
+ public:
+  AttributeReader(std::string_view page, std::size_t position, HtmlQuotesLeft& quotes)
+      : page_(page), position_(position), quotes_(quotes) {}
+
+  std::size_t GetPosition() const { return position_; }
+  bool IsAtEnd() const { return position_ >= page_.size(); }
+  char Peek() const { return IsAtEnd() ? '\0' : page_[position_]; }
+  void Skip() { ++position_; }
+  void SkipBlanks() { SkipTo(kNoBlanks); }
+
+  std::string_view TakeName() {
+    const std::size_t start = position_;
+    if (Peek() == '=') Skip();  // a stray "=" begins a name
+    SkipTo(kAttributeNameEnds);
+    return From(start);
+  }
+
+  // A value whose closing quote is missing from the rest of the page ends at the tag's end.
+  std::string_view TakeValue() {
+    SkipBlanks();
+    if (Peek() != '=') return {};
+    Skip();
+    SkipBlanks();
+    const char first = Peek();
+    if (first == '"') return TakeQuoted(first, quotes_.hasQuote);
+    if (first == '\'') return TakeQuoted(first, quotes_.hasApostrophe);
+    return TakeUnquoted();
+  }
+
+ private:
+  std::string_view TakeQuoted(char quote, bool& isLeft) {
+    Skip();
+    const std::size_t end = isLeft ? page_.find(quote, position_) : std::string_view::npos;
+    isLeft = end != std::string_view::npos;
+    if (!isLeft) return TakeUnquoted();
+    const std::string_view value = page_.substr(position_, end - position_);
+    position_ = end + 1;
+    return value;
+  }
+
+  std::string_view TakeUnquoted() {
+    const std::size_t start = position_;
+    SkipTo(kValueEnds);
+    return From(start);
+  }
+
+  void SkipTo(const ByteTable& table) {
+    while (!IsAtEnd() && !Has(table, page_[position_])) ++position_;
+  }
+  std::string_view From(std::size_t start) const { return page_.substr(start, position_ - start); }
+
+  std::string_view page_;
+  std::size_t position_;
+  HtmlQuotesLeft& quotes_;
+};
 
 }  // namespace
 
@@ -138,60 +191,25 @@ bool HtmlTokenizer::TakeAttributes() {
     ++position_;
     return false;
   }
+  AttributeReader reader(page_, position_, quotes_);
   bool slash = false;
-  while (position_ < page_.size()) {
-    SkipBlanks();
-    const char c = At(position_);
+  while (!reader.IsAtEnd()) {
+    reader.SkipBlanks();
+    const char c = reader.Peek();
     if (c == '<' && attributes_.empty()) break;
     if (c == '>') {
-      ++position_;
+      reader.Skip();
       break;
     }
     slash = c == '/';
     if (slash) {
-      ++position_;
-    } else if (const std::string_view name = TakeAttributeName(); !name.empty()) {
-      attributes_.push_back({name, TakeAttributeValue()});
+      reader.Skip();
+    } else if (const std::string_view name = reader.TakeName(); !name.empty()) {
+      attributes_.push_back({name, reader.TakeValue()});
     }
   }
+  position_ = reader.GetPosition();
   return slash;
-}
-
-std::string_view HtmlTokenizer::TakeAttributeName() {
-  const std::size_t start = position_;
-  const std::size_t first = At(start) == '=' ? start + 1 : start;  // a stray "=" begins a name
-  position_ = FindMember(kAttributeNameEnds, page_, first);
-  return page_.substr(start, position_ - start);
-}
-
-// A value whose closing quote is missing from the rest of the page ends at the tag's end.
-std::string_view HtmlTokenizer::TakeAttributeValue() {
-  SkipBlanks();
-  if (At(position_) != '=') return {};
-  ++position_;
-  SkipBlanks();
-  const char quote = At(position_);
-  std::size_t start = position_;
-  if (quote == '"' || quote == '\'') {
-    ++start;
-    if (const std::size_t end = FindQuote(quote, start); end != std::string_view::npos) {
-      position_ = end + 1;
-      return page_.substr(start, end - start);
-    }
-  }
-  position_ = FindMember(kValueEnds, page_, position_);
-  return page_.substr(start, position_ - start);
-}
-
-std::size_t HtmlTokenizer::FindQuote(char quote, std::size_t from) {
-  bool& isLeft = quote == '"' ? hasQuote_ : hasApostrophe_;
-  const std::size_t found = isLeft ? page_.find(quote, from) : std::string_view::npos;
-  isLeft = found != std::string_view::npos;
-  return found;
-}
-
-void HtmlTokenizer::SkipBlanks() {
-  position_ = FindMember(kNoBlanks, page_, position_);
 }
 
 bool HtmlTokenizer::IsContentEnd(std::size_t position, std::string_view name) const {

@@ -23,6 +23,12 @@ struct HtmlToken {
   bool isEmptyElement = false;  // a start tag that ends with "/>"
 };
 
+// Whether more of them may follow.
+struct HtmlQuotesLeft {
+  bool hasQuote = true;
+  bool hasApostrophe = true;
+};
+
 // Cuts a page into text and tags. Comments, document types, processing instructions and CDATA
 // sections are skipped. Every byte is accepted: a "<" that begins no tag is text. Takes linear time
 // and copies nothing but tag names.
@@ -56,10 +62,6 @@ class HtmlTokenizer {
   void SkipPast(std::string_view terminator);
   void TakeName();
   bool TakeAttributes();
-  std::string_view TakeAttributeName();
-  std::string_view TakeAttributeValue();
-  std::size_t FindQuote(char quote, std::size_t from);
-  void SkipBlanks();
   bool IsContentEnd(std::size_t position, std::string_view name) const;
 
   std::string_view page_;
@@ -72,9 +74,8 @@ class HtmlTokenizer {
   std::vector<std::string_view> unclosed_;  // names for which no end tag is left
   // Whether one may be left: of each the absence is found out once, so that a page full of what
   // lacks its end takes no more than linear time.
-  bool hasQuote_ = true;
-  bool hasApostrophe_ = true;
   bool hasDataEnd_ = true;  // of a CDATA section
+  HtmlQuotesLeft quotes_;
 };
 
 }  // namespace vemra

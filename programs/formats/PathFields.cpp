@@ -4,18 +4,24 @@
 
 namespace vemra {
 
-void PathFields::Forget() {
-  for (Known& known : known_) known.isSet = false;
-}
-
-const CTavoFieldList& PathFields::Find(CTavoFileINI& definitions, const ElementPath& path) {
+const CTavoFieldList& PathFields::Find(const ElementPath& path) {
+  ForgetWhenChanged();
   Known& known = known_[path.GetHash() % kSlots];
   if (known.isSet && known.path == path.GetText()) return known.fields;
   known.isSet = true;
   known.path = path.GetText();
-  definitions.CheckFields(known.fields, known.path);
+  definitions_.CheckFields(known.fields, known.path);
   if (known.fields.IsEmpty()) known.fields.Set(0);
   return known.fields;
+}
+
+void PathFields::ForgetWhenChanged() {
+  const int fileType = definitions_.GetCurrentFTD();
+  const std::uint64_t revision = definitions_.GetRevision();
+  if (fileType == fileType_ && revision == revision_) return;
+  fileType_ = fileType;
+  revision_ = revision;
+  for (Known& known : known_) known.isSet = false;
 }
 
 }  // namespace vemra

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <string>
 
 #include "Support/definition/FieldList.h"
@@ -15,10 +16,11 @@ class CTavoFileINI;
 // last ones are known by a hash that is made as elements open, instead of one of the whole path.
 class PathFields {
  public:
-  // What is known is forgotten: the definitions, or their file type, may have changed.
-  void Forget();
-  // By the definitions, or the general field where they name none. Valid until the next call.
-  const CTavoFieldList& Find(CTavoFileINI& definitions, const ElementPath& path);
+  // definitions is a loan.
+  explicit PathFields(CTavoFileINI& definitions) : definitions_(definitions) {}
+
+  // As the definitions are now; the general field where they name none. Valid until the next call.
+  const CTavoFieldList& Find(const ElementPath& path);
 
  private:
   struct Known {
@@ -27,8 +29,13 @@ class PathFields {
     CTavoFieldList fields;
   };
 
-  static constexpr std::size_t kSlots = 256;
+  static constexpr std::size_t kSlots = 512;
 
+  void ForgetWhenChanged();
+
+  CTavoFileINI& definitions_;
+  int fileType_ = 0;  // what is known is of this file type and revision
+  std::uint64_t revision_ = 0;
   std::array<Known, kSlots> known_;
 };
 
