@@ -48,7 +48,7 @@ class ElementPath {
     std::uint32_t hash;   // of the name, which tells unknown elements apart
     std::uint32_t start;  // of its part of the text
     bool verbatim;
-    // Of this element and those that it is in.
+    // Of this element and of those that it is in:
     std::uint16_t groups;
     std::uint32_t pathHash;
   };

@@ -6,7 +6,6 @@
 #include "Support/definition/FileINI.h"
 #include "Support/text/THWrapper.h"
 #include "programs/formats/CharacterReference.h"
-#include "programs/formats/SafeMarkup.h"
 #include "programs/formats/WhiteSpace.h"
 
 namespace vemra {
@@ -144,16 +143,24 @@ void HtmlParser::HandleStartTag(HtmlTokenizer& tokenizer, const HtmlToken& tag) 
   }
 }
 
+// Whatever is written of the element itself: its start tag may have ended others, whose end tags go
+// before its attributes' text.
 void HtmlParser::OpenMarkup(const HtmlElement& element,
                             const std::vector<HtmlAttribute>& attributes) {
-  if (NameInPage(element).empty()) return markup_.Open({});
+  MarkupTag tag;
+  if (!NameInPage(element).empty()) tag = MakeTag(element, WrittenAttributes(element, attributes));
+  markup_.Open(std::move(tag));
+  WritePendingMarkup();
+}
+
+std::vector<PlainAttribute> HtmlParser::WrittenAttributes(
+    const HtmlElement& element, const std::vector<HtmlAttribute>& attributes) const {
   std::vector<PlainAttribute> written;
   for (const HtmlAttribute& attribute : attributes) {
     if (!IsWrittenInPage(element, attribute.name)) continue;
     written.push_back({attribute.name, DecodeValue(attribute.value)});
   }
-  markup_.Open(MakeTag(element, written));
-  WritePendingMarkup();
+  return written;
 }
 
 // Within a run the tags go with its text.

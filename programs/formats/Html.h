@@ -14,6 +14,7 @@
 #include "programs/formats/PathFields.h"
 #include "programs/formats/RunMarkup.h"
 #include "programs/formats/RunText.h"
+#include "programs/formats/SafeMarkup.h"
 
 namespace vemra {
 
@@ -50,6 +51,8 @@ class HtmlParser : public FormatParser {
 
   // Markup, where it is written.
   void OpenMarkup(const HtmlElement& element, const std::vector<HtmlAttribute>& attributes);
+  std::vector<PlainAttribute> WrittenAttributes(const HtmlElement& element,
+                                                const std::vector<HtmlAttribute>& attributes) const;
   void WritePendingMarkup();
 
   // Text.
