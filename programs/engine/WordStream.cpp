@@ -29,7 +29,7 @@ void WordStream::Append(char marker, const char* word) {
   char* const begin = bytes_.get() + size_;
   begin[0] = marker;
   for (unsigned i = 0; i < kHeader - 1; ++i) begin[i + 1] = MakeDigit(length, i);
-  std::memcpy(begin + kHeader, word, length);
+  std::copy_n(word, length, begin + kHeader);
   size_ = size;
 }
 
