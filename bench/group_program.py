@@ -9,7 +9,7 @@ import sys
 
 from report import Row
 
-RUNS = int(os.environ.get("BENCH_RUNS", "3"))
+RUNS = int(os.environ.get("BENCH_RUNS", "5"))
 # Installed by scripts/bench; the first pages of all of them are one corpus.
 PAGE_FOLDERS = ["/usr/share/doc/postgresql-doc-15/html", "/usr/share/doc/python3.11-doc/html",
                 "/usr/share/doc/sqlite3", "/usr/share/cppreference/doc/html"]

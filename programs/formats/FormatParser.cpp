@@ -44,17 +44,23 @@ int FormatParser::ParseDocument(std::string bytes) {
 
 void FormatParser::Deliver(std::string_view text) {
   while (!text.empty()) {
-    const std::size_t length = FindCut(text, kMaxRun);
-    run_ = text.substr(0, length);
-    BlankControls(run_);
-    OnContents(run_);
-    text.remove_prefix(length);
+    std::string& run = TakeRun(text);
+    BlankControls(run);
+    OnContents(run);
   }
 }
 
-void FormatParser::Deliver(std::string_view text, SectionMarkup markup) {
+void FormatParser::DeliverClean(std::string_view text, SectionMarkup markup) {
   markup_ = std::move(markup);
-  Deliver(text);
+  while (!text.empty()) OnContents(TakeRun(text));
+}
+
+// Cuts the next run off text.
+std::string& FormatParser::TakeRun(std::string_view& text) {
+  const std::size_t length = FindCut(text, kMaxRun);
+  run_ = text.substr(0, length);
+  text.remove_prefix(length);
+  return run_;
 }
 
 void FormatParser::WriteMarkup(std::string_view markup) {

@@ -54,8 +54,9 @@ class FormatParser : public TavoParseFile {
   const CodePage& GetCodePage() const { return codePage_; }
   // Hands over text with the current field list, control characters made blanks.
   void Deliver(std::string_view text);
-  // With the markup within it; of text beyond kMaxRun it is that of the first run.
-  void Deliver(std::string_view text, SectionMarkup markup);
+  // Text that holds none but white space, with the markup within it; of text beyond kMaxRun that is
+  // the markup of the first run.
+  void DeliverClean(std::string_view text, SectionMarkup markup);
   // That of the section which is being created.
   SectionMarkup TakeSectionMarkup() { return std::exchange(markup_, {}); }
 
@@ -67,6 +68,8 @@ class FormatParser : public TavoParseFile {
   void WriteLayout(std::string_view text);
 
  private:
+  std::string& TakeRun(std::string_view& text);
+
   const CodePage& codePage_;
   bool keepsMarkup_ = false;
   SectionMarkup markup_;

@@ -315,7 +315,7 @@ void HtmlParser::HandleValue(std::string_view name, std::string_view value, std:
   SetBreakOnNewLine(0);
   WriteGap(run_.TakeSpace());
   WriteLayout(before);
-  Deliver(text, {markup_.GetOpenLink(), {}});
+  DeliverClean(text, {markup_.GetOpenLink(), {}});
   WriteLayout(after);
   atLineStart_ = false;
 }
@@ -372,7 +372,7 @@ void HtmlParser::HandOver(std::string_view text, SectionMarkup markup) {
   WriteGap(run_.HasSpaceBefore());
   if (!IsWrite()) WriteTags(std::exchange(markup, {}));
   if (!TrimStart(text).empty()) {
-    Deliver(text, std::move(markup));
+    DeliverClean(text, std::move(markup));
     atLineStart_ = false;
     return;
   }

@@ -95,6 +95,13 @@ class AttributeReader {
 HtmlTokenizer::HtmlTokenizer(std::string_view page)
     : page_(page), tagsEnd_(page.rfind('>') + 1) {}  // 0 when there is none
 
+// Whether a tag, or what is skipped like one, begins here.
+inline bool HtmlTokenizer::IsMarkup(std::size_t position) const {
+  if (page_[position] != '<' || position >= tagsEnd_) return false;
+  const char next = At(position + 1);
+  return IsAsciiAlpha(next) || next == '/' || next == '!' || next == '?';
+}
+
 HtmlToken HtmlTokenizer::Next() {
   while (position_ < page_.size()) {
     if (page_[position_] != '<' || !IsMarkup(position_)) return TakeText();
@@ -103,13 +110,6 @@ HtmlToken HtmlTokenizer::Next() {
     SkipMarkup();
   }
   return {HtmlToken::kEnd, {}};
-}
-
-// Whether a tag, or what is skipped like one, begins here.
-bool HtmlTokenizer::IsMarkup(std::size_t position) const {
-  if (page_[position] != '<' || position >= tagsEnd_) return false;
-  const char next = At(position + 1);
-  return IsAsciiAlpha(next) || next == '/' || next == '!' || next == '?';
 }
 
 HtmlToken HtmlTokenizer::TakeText() {

@@ -42,6 +42,12 @@ void RunText::AppendCollapsed(std::string_view text) {
   }
 }
 
+void RunText::AppendVerbatim(std::string_view text) {
+  const std::size_t end = text_.size();
+  text_ += text;
+  BlankControls(text_, end);
+}
+
 void RunText::Restart() {
   text_.clear();
   spaceBefore_ = false;

@@ -6,13 +6,15 @@
 
 namespace vemra {
 
-// The text of the run that is being collected, with white space as a page shows it.
+// The text of the run that is being collected, with white space as a page shows it. It holds no
+// control characters but those that are white space.
 class RunText {
  public:
   // Every stretch of white space becomes one blank. At the start and the end of the run none is
   // kept, but remembered: it stands between this run and the next.
   void AppendCollapsed(std::string_view text);
-  void AppendVerbatim(std::string_view text) { text_ += text; }
+  // White space is kept; control characters become blanks.
+  void AppendVerbatim(std::string_view text);
   void NoteSpace() { space_ = true; }
   // Whether white space waits for the next text; it does no longer.
   bool HasSpace() const { return space_; }

@@ -23,7 +23,7 @@ std::size_t FindNoCase(std::string_view text, std::string_view name, std::size_t
   return std::string_view::npos;
 }
 
-void BlankControls(std::string& text) {
+void BlankControls(std::string& text, std::size_t from) {
   static const ByteSet controls = [] {
     std::string bytes(1, '\x7F');
     for (char c = 0; c < ' '; ++c) {
@@ -31,7 +31,7 @@ void BlankControls(std::string& text) {
     }
     return ByteSet(bytes);
   }();
-  for (std::size_t i = controls.FindIn(text, 0); i < text.size(); i = controls.FindIn(text, i)) {
+  for (std::size_t i = controls.FindIn(text, from); i < text.size(); i = controls.FindIn(text, i)) {
     text[i] = ' ';
   }
 }

@@ -34,8 +34,9 @@ inline bool EqualsNoCase(std::string_view text, std::string_view name) {
 }
 std::size_t FindNoCase(std::string_view text, std::string_view name, std::size_t from);
 
-// Makes a blank of every control character but tab, line feed, form feed and carriage return.
-void BlankControls(std::string& text);
+// Makes a blank of every control character from there on but tab, line feed, form feed and carriage
+// return.
+void BlankControls(std::string& text, std::size_t from = 0);
 
 // Where to cut text so that at most limit bytes stand before the cut: after the last white space
 // there, or at limit when there is none. Text up to limit is not cut.
